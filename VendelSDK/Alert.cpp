@@ -1,0 +1,11 @@
+// Builds alerts from errors.
+#include "Alert.h"
+
+namespace VendelSDK {
+
+Alert Alert::fromError(const Error& error)
+{
+    return Alert{error.localizedDescription(), error.localizedFailureReason(), {}};
+}
+
+} // namespace VendelSDK

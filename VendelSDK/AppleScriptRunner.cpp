@@ -1,0 +1,29 @@
+// Every failure becomes the same SDK error: the user's remedy is the same whatever the engine said.
+#include "AppleScriptRunner.h"
+
+#include "Error.h"
+#include "Platform.h"
+
+namespace VendelSDK {
+
+namespace {
+
+template <class... Ts>
+struct Overloaded : Ts...
+{
+    using Ts::operator()...;
+};
+
+} // namespace
+
+std::optional<QString> AppleScriptRunner::run(const QString& source)
+{
+    return std::visit(Overloaded{
+                          [](const ScriptErrorRecord&) -> std::optional<QString> { throw couldNotRunScriptError(); },
+                          [](const QString& result) -> std::optional<QString> { return result; },
+                          [](ScriptNoResult) -> std::optional<QString> { return std::nullopt; },
+                      },
+                      Platform::scriptEngine().execute(source));
+}
+
+} // namespace VendelSDK

@@ -1,0 +1,39 @@
+// The application-services seam: launching and termination, main-thread work, and the window list.
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+
+namespace VendelSDK {
+
+// What the window list says about one window.
+struct WindowState
+{
+    bool visible = false;
+    bool miniaturised = false;
+};
+
+class ApplicationServices : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    // Asks the application to end after the current event; works before and during the event loop.
+    virtual void terminate() = 0;
+    // Runs work later on the main thread, from its event loop.
+    virtual void postToMainThread(std::function<void()> work) = 0;
+    // The application's windows, in their list order.
+    virtual QList<WindowState> windows() const = 0;
+
+Q_SIGNALS:
+    // Launching has finished: every launch URL given at start has been dispatched.
+    void didFinishLaunching();
+    // The application is about to end; emitted once, on the main thread, before the event loop exits.
+    void willTerminate();
+};
+
+} // namespace VendelSDK

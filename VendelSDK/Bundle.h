@@ -1,0 +1,38 @@
+// The bundle seam: where the application lives, who it is, and its information keys.
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+namespace VendelSDK {
+
+class Bundle
+{
+public:
+    // Information keys that the About panel and the updater read.
+    static constexpr auto nameKey = "CFBundleName";
+    static constexpr auto copyrightKey = "NSHumanReadableCopyright";
+    static constexpr auto shortVersionKey = "CFBundleShortVersionString";
+    static constexpr auto versionKey = "CFBundleVersion";
+
+    Bundle() = default;
+    Bundle(QString path, QString identifier, QVariantMap info);
+
+    // The path under which the host knows the installed plugin: the executable's canonical path.
+    const QString& path() const { return m_path; }
+    // The application's reverse-DNS identifier; empty when the application has none.
+    const QString& identifier() const { return m_identifier; }
+    const QVariantMap& info() const { return m_info; }
+    // The text value of an information key, or the empty text when it is missing or not text.
+    QString infoText(const char* key) const;
+
+    // The running executable, with no identifier and no information until the application sets them.
+    static Bundle ofRunningExecutable();
+
+private:
+    QString m_path;
+    QString m_identifier;
+    QVariantMap m_info;
+};
+
+} // namespace VendelSDK

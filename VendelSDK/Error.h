@@ -1,0 +1,58 @@
+// An error value in a named domain with a code and user information, thrown and shown by the whole system.
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <exception>
+
+namespace VendelSDK {
+
+// The error domain of every error that the SDK itself reports.
+inline constexpr auto sdkErrorDomain = "org.vendel.VendelSDK";
+// The domain of errors that scripting engines and operating-system services report.
+inline constexpr auto osStatusErrorDomain = "NSOSStatusErrorDomain";
+
+// Keys of the user information that carry the texts an alert shows.
+inline constexpr auto localizedDescriptionKey = "NSLocalizedDescription";
+inline constexpr auto localizedFailureReasonKey = "NSLocalizedFailureReason";
+
+class Error : public std::exception
+{
+public:
+    Error(QString domain, qint64 code, QVariantMap userInfo = {});
+
+    const QString& domain() const { return m_domain; }
+    qint64 code() const { return m_code; }
+    const QVariantMap& userInfo() const { return m_userInfo; }
+
+    // The description from the user information, or a generic sentence naming the domain and code.
+    QString localizedDescription() const;
+    // The failure reason from the user information, or the empty text.
+    QString localizedFailureReason() const;
+
+    const char* what() const noexcept override;
+
+private:
+    QString m_domain;
+    qint64 m_code;
+    QVariantMap m_userInfo;
+    QByteArray m_what;
+};
+
+// SDK error codes; their texts are fixed by makeError's callers.
+enum class SdkErrorCode : qint64 {
+    couldNotCreateURL = 0,
+    couldNotRunScript = 1,
+    couldNotReadScriptOutput = 2,
+};
+
+// Builds an SDK error whose user information holds exactly the description and the failure reason.
+Error makeError(qint64 code, const QString& description, const QString& failureReason);
+
+// The SDK's three errors, with their localised texts.
+Error couldNotCreateURLError();
+Error couldNotRunScriptError();
+Error couldNotReadScriptOutputError();
+
+} // namespace VendelSDK

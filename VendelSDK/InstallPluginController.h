@@ -1,0 +1,17 @@
+// Asks the host to install this plugin and tells the user when it could not.
+#pragma once
+
+namespace VendelSDK {
+
+class InstallPluginController
+{
+public:
+    InstallPluginController() = default;
+
+    // Sends the install request; on failure shows the installation alert and terminates.
+    static void install();
+    // Installs, then terminates whatever the outcome.
+    void installAndQuit();
+};
+
+} // namespace VendelSDK

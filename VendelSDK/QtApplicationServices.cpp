@@ -1,0 +1,64 @@
+// Application services on top of QCoreApplication and, when there is one, the GUI window list.
+#include "QtApplicationServices.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QWindow>
+
+namespace VendelSDK {
+
+QtApplicationServices::QtApplicationServices(QObject* parent) : ApplicationServices(parent)
+{
+    // An event loop that ends for another reason still gets its will-terminate hook, once.
+    if (auto* app = QCoreApplication::instance()) {
+        connect(app, &QCoreApplication::aboutToQuit, this, [this] {
+            if (!m_terminated) {
+                m_terminated = true;
+                Q_EMIT willTerminate();
+            }
+        });
+    }
+}
+
+void QtApplicationServices::terminate()
+{
+    if (m_terminating) {
+        return;
+    }
+    m_terminating = true;
+    // quit() before exec() is ignored; a queued call reaches the loop once it runs.
+    postToMainThread([this] { endEventLoop(); });
+}
+
+void QtApplicationServices::endEventLoop()
+{
+    if (!m_terminated) {
+        m_terminated = true;
+        Q_EMIT willTerminate();
+    }
+    QCoreApplication::exit(0);
+}
+
+void QtApplicationServices::postToMainThread(std::function<void()> work)
+{
+    QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+}
+
+QList<WindowState> QtApplicationServices::windows() const
+{
+    QList<WindowState> states;
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        return states;
+    }
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        states.append({window->isVisible(), window->windowStates().testFlag(Qt::WindowMinimized)});
+    }
+    return states;
+}
+
+void QtApplicationServices::finishLaunchingWhenLoopStarts()
+{
+    postToMainThread([this] { Q_EMIT didFinishLaunching(); });
+}
+
+} // namespace VendelSDK

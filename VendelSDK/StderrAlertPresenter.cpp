@@ -1,0 +1,18 @@
+// Writes the alert's texts to a stream and answers with the default button.
+#include "StderrAlertPresenter.h"
+
+namespace VendelSDK {
+
+int StderrAlertPresenter::runModal(const Alert& alert)
+{
+    std::fputs(alert.messageText.toUtf8().constData(), m_stream);
+    std::fputc('\n', m_stream);
+    if (!alert.informativeText.isEmpty()) {
+        std::fputs(alert.informativeText.toUtf8().constData(), m_stream);
+        std::fputc('\n', m_stream);
+    }
+    std::fflush(m_stream);
+    return 0;
+}
+
+} // namespace VendelSDK

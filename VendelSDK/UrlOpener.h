@@ -1,0 +1,22 @@
+// The URL-opener seam: hands a URL to the system, which starts whatever handles its scheme.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+namespace VendelSDK {
+
+class UrlOpener
+{
+public:
+    virtual ~UrlOpener() = default;
+
+    // The answer of the system, whether a handler accepted the URL, is not reported.
+    virtual void open(const QString& url) = 0;
+};
+
+// The opener of the platform this build targets; CMake picks the implementation.
+std::unique_ptr<UrlOpener> makePlatformUrlOpener();
+
+} // namespace VendelSDK

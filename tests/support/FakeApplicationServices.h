@@ -1,0 +1,29 @@
+// Application services for tests: counts termination requests and exposes a settable window list.
+#pragma once
+
+#include "VendelSDK/ApplicationServices.h"
+
+#include <QCoreApplication>
+
+namespace VendelSDK::Testing {
+
+class FakeApplicationServices final : public ApplicationServices
+{
+    Q_OBJECT
+
+public:
+    void terminate() override { ++terminateRequests; }
+    void postToMainThread(std::function<void()> work) override
+    {
+        QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+    }
+    QList<WindowState> windows() const override { return windowList; }
+
+    void finishLaunching() { Q_EMIT didFinishLaunching(); }
+    void terminateNow() { Q_EMIT willTerminate(); }
+
+    int terminateRequests = 0;
+    QList<WindowState> windowList;
+};
+
+} // namespace VendelSDK::Testing
