@@ -8,8 +8,7 @@ namespace VendelSDK {
 
 namespace {
 
-template <class... Ts>
-struct Overloaded : Ts...
+template <class... Ts> struct Overloaded : Ts...
 {
     using Ts::operator()...;
 };
@@ -18,12 +17,13 @@ struct Overloaded : Ts...
 
 std::optional<QString> AppleScriptRunner::run(const QString& source)
 {
-    return std::visit(Overloaded{
-                          [](const ScriptErrorRecord&) -> std::optional<QString> { throw couldNotRunScriptError(); },
-                          [](const QString& result) -> std::optional<QString> { return result; },
-                          [](ScriptNoResult) -> std::optional<QString> { return std::nullopt; },
-                      },
-                      Platform::scriptEngine().execute(source));
+    return std::visit(
+        Overloaded{
+            [](const ScriptErrorRecord&) -> std::optional<QString> { throw couldNotRunScriptError(); },
+            [](const QString& result) -> std::optional<QString> { return result; },
+            [](ScriptNoResult) -> std::optional<QString> { return std::nullopt; },
+        },
+        Platform::scriptEngine().execute(source));
 }
 
 } // namespace VendelSDK

@@ -8,8 +8,7 @@ namespace VendelSDK {
 
 Bundle::Bundle(QString path, QString identifier, QVariantMap info)
     : m_path(std::move(path)), m_identifier(std::move(identifier)), m_info(std::move(info))
-{
-}
+{}
 
 QString Bundle::infoText(const char* key) const
 {

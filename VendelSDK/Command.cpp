@@ -10,7 +10,8 @@
 
 namespace VendelSDK {
 
-Command::Command(QString name, std::optional<QString> data) : m_name(std::move(name)), m_data(std::move(data)) {}
+Command::Command(QString name, std::optional<QString> data) : m_name(std::move(name)), m_data(std::move(data))
+{}
 
 Command::Command(const QList<Resource>& resources) : m_name(QString::fromLatin1(addResourcesName))
 {

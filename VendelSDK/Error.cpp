@@ -54,9 +54,9 @@ Error couldNotRunScriptError()
                      //: Error
                      QCoreApplication::translate("VendelSDK", "Could not run script"),
                      //: No Vendel 2 or disallowed.
-                     QCoreApplication::translate("VendelSDK",
-                                                 "It looks like you haven't got Vendel 2 app or you didn't "
-                                                 "allow to communicate the plugin (this app) via Apple Script"));
+                     QCoreApplication::translate(
+                         "VendelSDK", "It looks like you haven't got Vendel 2 app or you didn't "
+                                      "allow to communicate the plugin (this app) via Apple Script"));
 }
 
 Error couldNotReadScriptOutputError()

@@ -41,7 +41,8 @@ private:
 };
 
 // SDK error codes; their texts are fixed by makeError's callers.
-enum class SdkErrorCode : qint64 {
+enum class SdkErrorCode : qint64
+{
     couldNotCreateURL = 0,
     couldNotRunScript = 1,
     couldNotReadScriptOutput = 2,

@@ -20,8 +20,9 @@ void InstallPluginController::install()
         alert.messageText = QCoreApplication::translate("VendelSDK", "Plugin cannot be installed.");
         //: Can't communicate with Vendel informative text of message during plugin installation.
         alert.informativeText = QCoreApplication::translate(
-            "VendelSDK", "Please make sure you have the latest version of Vendel installed. If problem occurs "
-                         "again, go to Preferences -> Plugins and install the plugin there.");
+            "VendelSDK",
+            "Please make sure you have the latest version of Vendel installed. If problem occurs "
+            "again, go to Preferences -> Plugins and install the plugin there.");
         Platform::alertPresenter().runModal(alert);
         Platform::applicationServices().terminate();
     }

@@ -9,8 +9,7 @@ namespace VendelSDK {
 namespace {
 
 // Plugin developers search for these reported locations, so each default stays on its line.
-template <int line, int expected>
-[[noreturn]] void missingHandler(const char* message)
+template <int line, int expected> [[noreturn]] void missingHandler(const char* message)
 {
     static_assert(line == expected, "a default handler moved away from its reported line");
     fatalError(QString::fromUtf8(message), "VendelSDK/PluginController", line);
@@ -22,6 +21,7 @@ template <int line, int expected>
 // programming error in the application, never something a user can cause and recover from.
 PluginController::PluginController()
 {
+    // clang-format off
     onRun = [](const QString&) {
         missingHandler<__LINE__, 26>("Run action not implemented yet.");
     };
@@ -37,6 +37,7 @@ PluginController::PluginController()
     onRunCommand = [](const std::optional<QString>&) {
         missingHandler<__LINE__, 38>("Edit Global Configuration action not implemented yet.");
     };
+    // clang-format on
 }
 
 bool PluginController::handle(const std::optional<QString>& event)

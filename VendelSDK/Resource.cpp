@@ -30,7 +30,9 @@ std::optional<Resource::ResourceType> Resource::typeFromRawValue(const QString& 
 
 QJsonObject Resource::toJson() const
 {
-    return {{QStringLiteral("type"), rawValue(type)}, {QStringLiteral("name"), name}, {QStringLiteral("url"), url}};
+    return {{QStringLiteral("type"), rawValue(type)},
+            {QStringLiteral("name"), name},
+            {QStringLiteral("url"), url}};
 }
 
 std::optional<Resource> Resource::fromJson(const QJsonObject& object)

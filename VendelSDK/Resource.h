@@ -10,7 +10,15 @@ namespace VendelSDK {
 
 struct Resource
 {
-    enum class ResourceType { file, folder, website, terminal, application, url };
+    enum class ResourceType
+    {
+        file,
+        folder,
+        website,
+        terminal,
+        application,
+        url
+    };
 
     // The raw value of a type: the case's own name.
     static QString rawValue(ResourceType type);

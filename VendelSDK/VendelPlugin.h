@@ -24,7 +24,6 @@ class VendelPlugin : public QObject
 public:
     using Config = VendelPluginConfig;
 
-
     // Starts observing did-finish-launching, so it must be made before launching finishes.
     explicit VendelPlugin(Config config = {});
 

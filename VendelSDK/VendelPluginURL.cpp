@@ -37,8 +37,7 @@ std::optional<QString> identifierFrom(const QList<QByteArray>& rawSegments)
 
 VendelPluginURL::VendelPluginURL(QString verb, std::optional<QString> identifier)
     : scheme(QString::fromLatin1(pluginScheme)), action(std::move(verb)), actionID(std::move(identifier))
-{
-}
+{}
 
 std::optional<VendelPluginURL> VendelPluginURL::parse(const QString& url)
 {

@@ -42,9 +42,10 @@ int main(int argc, char* argv[])
     QCoreApplication app(argc, argv);
     QStringList urls = app.arguments().mid(1);
     if (urls.isEmpty()) {
-        urls = {QStringLiteral("vendelplugin://run/8F2C-Road-Trip"), QStringLiteral("vendelplugin://edit/A%20B"),
-                QStringLiteral("vendelplugin://configure"), QStringLiteral("VENDELPLUGIN://run/X"),
-                QStringLiteral("vendelplugin://run/x%22%20%26%20(do%20shell%20script%20%22id%22)%20%26%20%22")};
+        urls = {
+            QStringLiteral("vendelplugin://run/8F2C-Road-Trip"), QStringLiteral("vendelplugin://edit/A%20B"),
+            QStringLiteral("vendelplugin://configure"), QStringLiteral("VENDELPLUGIN://run/X"),
+            QStringLiteral("vendelplugin://run/x%22%20%26%20(do%20shell%20script%20%22id%22)%20%26%20%22")};
     }
     int status = 0;
     for (const QString& url : urls) {

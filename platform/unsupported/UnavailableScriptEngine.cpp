@@ -5,7 +5,8 @@ namespace VendelSDK {
 
 ScriptOutcome UnavailableScriptEngine::execute(const QString&)
 {
-    return ScriptErrorRecord{std::nullopt, QStringLiteral("Script execution is not available on this platform."),
+    return ScriptErrorRecord{std::nullopt,
+                             QStringLiteral("Script execution is not available on this platform."),
                              QStringLiteral("Script execution is not available.")};
 }
 

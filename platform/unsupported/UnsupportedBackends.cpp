@@ -13,7 +13,8 @@ class UnavailableUrlOpener final : public UrlOpener
 public:
     void open(const QString& url) override
     {
-        std::fprintf(stderr, "Opening URLs is not available on this platform: %s\n", url.toUtf8().constData());
+        std::fprintf(stderr, "Opening URLs is not available on this platform: %s\n",
+                     url.toUtf8().constData());
     }
 };
 

@@ -1,0 +1,96 @@
+// Tests termination before and during the event loop, the will-terminate hook and main-thread work.
+#include "VendelSDK/QtApplicationServices.h"
+
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+#include <QWindow>
+
+using namespace VendelSDK;
+
+class QtApplicationServicesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void terminateBeforeTheLoopStartsEndsTheLoop()
+    {
+        QtApplicationServices services;
+        QSignalSpy willTerminate(&services, &ApplicationServices::willTerminate);
+        services.terminate();
+        QCOMPARE(willTerminate.count(), 0);
+        // A safety net: if termination were lost, this ends the loop with another code.
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(99); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QCOMPARE(willTerminate.count(), 1);
+    }
+
+    void terminateDuringTheLoopRunsTheHookOnceOnTheMainThread()
+    {
+        QtApplicationServices services;
+        QThread* hookThread = nullptr;
+        int hooks = 0;
+        connect(&services, &ApplicationServices::willTerminate, this, [&] {
+            ++hooks;
+            hookThread = QThread::currentThread();
+        });
+        QTimer::singleShot(0, [&] {
+            services.terminate();
+            services.terminate();
+        });
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(99); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QCOMPARE(hooks, 1);
+        QCOMPARE(hookThread, QCoreApplication::instance()->thread());
+    }
+
+    void finishLaunchingIsAnnouncedAfterQueuedLaunchWork()
+    {
+        QtApplicationServices services;
+        QStringList order;
+        connect(&services, &ApplicationServices::didFinishLaunching, this,
+                [&] { order.append(QStringLiteral("finished")); });
+        services.postToMainThread([&] { order.append(QStringLiteral("launch URL")); });
+        services.finishLaunchingWhenLoopStarts();
+        QCOMPARE(order, QStringList());
+        QTRY_COMPARE(order, (QStringList{QStringLiteral("launch URL"), QStringLiteral("finished")}));
+    }
+
+    void workPostedFromAnotherThreadRunsOnTheMainThread()
+    {
+        QtApplicationServices services;
+        QThread* ranOn = nullptr;
+        QThread* worker =
+            QThread::create([&] { services.postToMainThread([&] { ranOn = QThread::currentThread(); }); });
+        worker->start();
+        worker->wait();
+        delete worker;
+        QTRY_COMPARE(ranOn, QCoreApplication::instance()->thread());
+    }
+
+    void windowListReportsVisibleAndMinimisedWindows()
+    {
+        QtApplicationServices services;
+        QWindow shown;
+        shown.show();
+        QWindow minimised;
+        minimised.showMinimized();
+        QWindow hidden;
+        hidden.create();
+        const auto states = services.windows();
+        int visible = 0;
+        int miniaturised = 0;
+        for (const WindowState& state : states) {
+            visible += state.visible ? 1 : 0;
+            miniaturised += state.miniaturised ? 1 : 0;
+        }
+        QCOMPARE(states.size(), 3);
+        QCOMPARE(miniaturised, 1);
+        QVERIFY(visible >= 1);
+    }
+};
+
+QTEST_MAIN(QtApplicationServicesTest)
+#include "QtApplicationServicesTest.moc"

@@ -1,0 +1,270 @@
+// Tests the host commands byte for byte, the escaping of configuration texts, and reading answers.
+#include "VendelSDK/VendelAPI.h"
+#include "VendelSDK/Error.h"
+
+#include "TestPlatform.h"
+
+#include <QTest>
+
+using namespace VendelSDK;
+using namespace VendelSDK::Testing;
+
+namespace {
+
+qint64 codeOf(const std::function<void()>& operation)
+{
+    try {
+        operation();
+    } catch (const Error& error) {
+        return error.code();
+    }
+    return -1;
+}
+
+} // namespace
+
+class VendelAPITest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachOperationSendsItsExactCommand_data()
+    {
+        QTest::addColumn<int>("operation");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("getGlobalConfig")
+            << 1
+            << QStringLiteral(
+                   "    tell application \"Vendel\" to get global config \"org.vendel.test-plugin\"");
+        QTest::newRow("setGlobalConfig")
+            << 2
+            << QStringLiteral("    tell application \"Vendel\" to set global config "
+                              "\"{\\\"k\\\":1}\" action bundle id "
+                              "\"org.vendel.test-plugin\"");
+        QTest::newRow("getConfig") << 3
+                                   << QStringLiteral("    tell application \"Vendel\" to get config \"A-1\"");
+        QTest::newRow("setConfig")
+            << 4
+            << QStringLiteral(
+                   "    tell application \"Vendel\" to set config \"{\\\"k\\\":1}\" action \"A-1\"");
+        QTest::newRow("getPluginFolderPath")
+            << 5 << QStringLiteral("    tell application \"Vendel\" to get plugin folder path");
+        QTest::newRow("getPathOfPlugin")
+            << 6
+            << QStringLiteral("    tell application \"Vendel\" to get path of plugin \"org.vendel.other\"");
+        QTest::newRow("isPluginInstalled")
+            << 7
+            << QStringLiteral("    tell application \"Vendel\" to get is plugin "
+                              "installed at path \"/opt/vendel/plugins/test-plugin\"");
+        QTest::newRow("installPlugin")
+            << 8 << QStringLiteral("    tell application \"Vendel\" to install plugin");
+    }
+
+    void eachOperationSendsItsExactCommand()
+    {
+        QFETCH(int, operation);
+        QFETCH(QString, command);
+        TestPlatform platform;
+        platform.engine->fallback = QStringLiteral("true");
+        VendelAPI api;
+        const QString config = QStringLiteral("{\"k\":1}");
+        switch (operation) {
+        case 1:
+            api.getGlobalConfig();
+            break;
+        case 2:
+            api.setGlobalConfig(config);
+            break;
+        case 3:
+            api.getConfig(QStringLiteral("A-1"));
+            break;
+        case 4:
+            api.setConfig(config, QStringLiteral("A-1"));
+            break;
+        case 5:
+            api.getPluginFolderPath();
+            break;
+        case 6:
+            api.getPathOfPlugin(QStringLiteral("org.vendel.other"));
+            break;
+        case 7:
+            api.isPluginInstalled(QStringLiteral("/opt/vendel/plugins/test-plugin"));
+            break;
+        case 8:
+            api.installPlugin();
+            break;
+        }
+        QCOMPARE(platform.engine->sources, QStringList{command});
+        QCOMPARE(platform.engine->sources.constFirst().toUtf8(), command.toUtf8());
+    }
+
+    void quoteInConfigurationIsSentAsBackslashQuote()
+    {
+        TestPlatform platform;
+        VendelAPI().setConfig(QStringLiteral("{\"name\":\"My \\\"Best\\\"\"}"), QStringLiteral("A"));
+        // JSON {"name":"My \"Best\""}: each \ doubled, then each " preceded by a backslash.
+        QCOMPARE(platform.engine->sources.constFirst(),
+                 QStringLiteral("    tell application \"Vendel\" to set config "
+                                "\"{\\\"name\\\":\\\"My \\\\\\\"Best\\\\\\\"\\\"}\" action \"A\""));
+    }
+
+    void backslashQuoteBecomesTwoBackslashesThenBackslashQuote()
+    {
+        QCOMPARE(VendelAPI::escaped(QStringLiteral("\\\"")), QStringLiteral("\\\\\\\""));
+        QCOMPARE(VendelAPI::escaped(QStringLiteral("\\\"")).size(), 4);
+        QCOMPARE(VendelAPI::escaped(QStringLiteral("a\\b")), QStringLiteral("a\\\\b"));
+        QCOMPARE(VendelAPI::escaped(QStringLiteral("plain")), QStringLiteral("plain"));
+    }
+
+    void globalConfigEscapesOnlyTheConfiguration()
+    {
+        TestPlatform platform;
+        VendelAPI().setGlobalConfig(QStringLiteral("\\"));
+        QCOMPARE(
+            platform.engine->sources.constFirst(),
+            QStringLiteral("    tell application \"Vendel\" to set global config \"\\\\\" action bundle id "
+                           "\"org.vendel.test-plugin\""));
+    }
+
+    void emptyConfigAnswerIsReturnedAsEmptyText()
+    {
+        TestPlatform platform;
+        platform.engine->answers = {QString()};
+        const QString config = VendelAPI().getConfig(QStringLiteral("new"));
+        QVERIFY(config.isEmpty());
+        QCOMPARE(platform.engine->sources.size(), 1);
+    }
+
+    void readingCommandsWithoutAnswerThrowCodeTwo()
+    {
+        TestPlatform platform;
+        platform.engine->fallback = ScriptNoResult{};
+        VendelAPI api;
+        QCOMPARE(codeOf([&] { api.getConfig(QStringLiteral("A")); }), 2);
+        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 2);
+        QCOMPARE(codeOf([&] { api.getPluginFolderPath(); }), 2);
+        QCOMPARE(codeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 2);
+        try {
+            api.getConfig(QStringLiteral("A"));
+        } catch (const Error& error) {
+            QCOMPARE(error.localizedDescription(), QStringLiteral("Could not read data from script output"));
+            QCOMPARE(error.localizedFailureReason(), QString());
+        }
+    }
+
+    void installedOnlyWhenAnswerIsExactlyTrue()
+    {
+        TestPlatform platform;
+        VendelAPI api;
+        const QStringList falseAnswers{QString(),
+                                       QStringLiteral("false"),
+                                       QStringLiteral("True"),
+                                       QStringLiteral("TRUE"),
+                                       QStringLiteral(" true"),
+                                       QStringLiteral("true\n"),
+                                       QStringLiteral("yes")};
+        for (const QString& answer : falseAnswers) {
+            platform.engine->answers = {answer};
+            QVERIFY2(!api.isPluginInstalled(QStringLiteral("/p")), qPrintable(answer));
+        }
+        platform.engine->answers = {QStringLiteral("true")};
+        QVERIFY(api.isPluginInstalled(QStringLiteral("/p")));
+    }
+
+    void pathOfPluginWithoutAnswerIsNoValue()
+    {
+        TestPlatform platform;
+        platform.engine->answers = {ScriptNoResult{}, QStringLiteral("/plugins/x")};
+        VendelAPI api;
+        QCOMPARE(api.getPathOfPlugin(QStringLiteral("x")), std::nullopt);
+        QCOMPARE(api.getPathOfPlugin(QStringLiteral("x")),
+                 std::optional<QString>(QStringLiteral("/plugins/x")));
+    }
+
+    void writingCommandsIgnoreWhateverComesBack()
+    {
+        TestPlatform platform;
+        platform.engine->answers = {QStringLiteral("ignored"), ScriptNoResult{}, QStringLiteral("x")};
+        VendelAPI api;
+        api.setConfig(QStringLiteral("{}"), QStringLiteral("A"));
+        api.setGlobalConfig(QStringLiteral("{}"));
+        api.installPlugin();
+        QCOMPARE(platform.engine->sources.size(), 3);
+    }
+
+    void everyOperationPassesOnFailedScriptAsCodeOne()
+    {
+        TestPlatform platform;
+        platform.engine->fallback = ScriptErrorRecord{-600, QStringLiteral("not running"), std::nullopt};
+        VendelAPI api;
+        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 1);
+        QCOMPARE(codeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
+        QCOMPARE(codeOf([&] { api.getConfig(QStringLiteral("A")); }), 1);
+        QCOMPARE(codeOf([&] { api.setConfig(QStringLiteral("{}"), QStringLiteral("A")); }), 1);
+        QCOMPARE(codeOf([&] { api.getPluginFolderPath(); }), 1);
+        QCOMPARE(codeOf([&] { api.getPathOfPlugin(QStringLiteral("p")); }), 1);
+        QCOMPARE(codeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 1);
+        QCOMPARE(codeOf([&] { api.installPlugin(); }), 1);
+    }
+
+    void hostileIdentifiersRunNoScriptAndThrowCodeOne_data()
+    {
+        QTest::addColumn<QString>("identifier");
+        QTest::newRow("injection") << QStringLiteral("x\" & (do shell script \"id\") & \"");
+        QTest::newRow("quote") << QStringLiteral("a\"b");
+        QTest::newRow("backslash") << QStringLiteral("a\\b");
+        QTest::newRow("newline") << QStringLiteral("a\nb");
+        QTest::newRow("carriage return") << QStringLiteral("a\rb");
+        QTest::newRow("nul") << QString(QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
+        QTest::newRow("delete") << QStringLiteral("a\u007fb");
+        QTest::newRow("line separator") << QStringLiteral("a\u2028b");
+    }
+
+    void hostileIdentifiersRunNoScriptAndThrowCodeOne()
+    {
+        QFETCH(QString, identifier);
+        TestPlatform platform;
+        platform.engine->fallback = QStringLiteral("true");
+        VendelAPI api;
+        QCOMPARE(codeOf([&] { api.getConfig(identifier); }), 1);
+        QCOMPARE(codeOf([&] { api.setConfig(QStringLiteral("{}"), identifier); }), 1);
+        QCOMPARE(codeOf([&] { api.getPathOfPlugin(identifier); }), 1);
+        QCOMPARE(codeOf([&] { api.isPluginInstalled(identifier); }), 1);
+        QVERIFY(platform.engine->sources.isEmpty());
+    }
+
+    void hostileBundleIdentifierRunsNoScript()
+    {
+        TestPlatform platform;
+        Platform::setMainBundle(Bundle(QStringLiteral("/p"), QStringLiteral("org.x\" & \"y"), {}));
+        VendelAPI api;
+        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 1);
+        QCOMPARE(codeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
+        QVERIFY(platform.engine->sources.isEmpty());
+    }
+
+    void harmlessUnusualIdentifiersAreSentAsTheyStand()
+    {
+        TestPlatform platform;
+        platform.engine->fallback = QStringLiteral("{}");
+        VendelAPI().getConfig(QStringLiteral("Road Trip/é & 'x'"));
+        QCOMPARE(platform.engine->sources.constFirst(),
+                 QStringLiteral("    tell application \"Vendel\" to get config \"Road Trip/é & 'x'\""));
+    }
+
+    void operationsAreOverridable()
+    {
+        struct CannedAPI : VendelAPI
+        {
+            QString getConfig(const QString&) override { return QStringLiteral("canned"); }
+        };
+        TestPlatform platform;
+        CannedAPI canned;
+        VendelAPI& api = canned;
+        QCOMPARE(api.getConfig(QStringLiteral("A")), QStringLiteral("canned"));
+        QVERIFY(platform.engine->sources.isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(VendelAPITest)
+#include "VendelAPITest.moc"
