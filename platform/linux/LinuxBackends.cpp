@@ -1,16 +1,17 @@
 // The Linux backends of the platform seams.
+#include "TellScriptEngine.h"
+#include "XdgUrlOpener.h"
+
 #include "VendelSDK/ScriptEngine.h"
 #include "VendelSDK/UrlOpener.h"
-#include "XdgUrlOpener.h"
-#include "unsupported/UnavailableScriptEngine.h"
 
 namespace VendelSDK {
 
-// Linux has no script engine of its own; until one speaks to the host and the player, scripts fail
-// as "not available" and every caller reports that like any other failed script.
+// Linux has no system-wide scripting; the tell engine stands in for it, addressing the applications
+// registered here by the names the scripts use.
 std::unique_ptr<ScriptEngine> makePlatformScriptEngine()
 {
-    return std::make_unique<UnavailableScriptEngine>();
+    return std::make_unique<TellScriptEngine>();
 }
 
 std::unique_ptr<UrlOpener> makePlatformUrlOpener()
