@@ -1,4 +1,5 @@
 // The Linux backends of the platform seams.
+#include "MusicApplication.h"
 #include "TellScriptEngine.h"
 #include "XdgUrlOpener.h"
 
@@ -11,7 +12,9 @@ namespace VendelSDK {
 // registered here by the names the scripts use.
 std::unique_ptr<ScriptEngine> makePlatformScriptEngine()
 {
-    return std::make_unique<TellScriptEngine>();
+    auto engine = std::make_unique<TellScriptEngine>();
+    engine->registerApplication(QStringLiteral("Music"), makeMusicApplication());
+    return engine;
 }
 
 std::unique_ptr<UrlOpener> makePlatformUrlOpener()

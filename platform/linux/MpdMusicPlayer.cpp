@@ -1,0 +1,225 @@
+// Talks MPD's protocol through libmpdclient and turns its failures into the players' error records.
+#include "MpdMusicPlayer.h"
+
+#include <mpd/client.h>
+
+#include <algorithm>
+
+#include <csignal>
+#include <ctime>
+#include <pthread.h>
+
+namespace VendelSDK {
+
+namespace {
+
+QString connectionMessage(mpd_connection* connection)
+{
+    return QString::fromUtf8(mpd_connection_get_error_message(connection));
+}
+
+// The connection's failure as an error record. A server error leaves the connection usable, so it is cleared.
+ScriptErrorRecord failureOf(mpd_connection* connection)
+{
+    switch (mpd_connection_get_error(connection)) {
+    case MPD_ERROR_SERVER: {
+        auto error = MusicErrors::failed(connectionMessage(connection));
+        mpd_connection_clear_error(connection);
+        return error;
+    }
+    case MPD_ERROR_TIMEOUT:
+        return MusicErrors::noAnswer();
+    case MPD_ERROR_CLOSED:
+    case MPD_ERROR_SYSTEM:
+    case MPD_ERROR_MALFORMED:
+    case MPD_ERROR_RESOLVER:
+        return MusicErrors::connectionLost();
+    default:
+        return MusicErrors::failed(connectionMessage(connection));
+    }
+}
+
+bool isNoSuchObject(mpd_connection* connection)
+{
+    return mpd_connection_get_error(connection) == MPD_ERROR_SERVER &&
+           mpd_connection_get_server_error(connection) == MPD_SERVER_ERROR_NO_EXIST;
+}
+
+// The stored playlists' names, in the order MPD sends them.
+PlaylistNames storedPlaylists(mpd_connection* connection)
+{
+    QStringList names;
+    if (!mpd_send_list_playlists(connection)) {
+        return failureOf(connection);
+    }
+    while (mpd_playlist* playlist = mpd_recv_playlist(connection)) {
+        names.append(QString::fromUtf8(mpd_playlist_get_path(playlist)));
+        mpd_playlist_free(playlist);
+    }
+    if (!mpd_response_finish(connection)) {
+        return failureOf(connection);
+    }
+    return names;
+}
+
+ScriptOutcome noResultOr(bool succeeded, mpd_connection* connection)
+{
+    if (!succeeded) {
+        return failureOf(connection);
+    }
+    return ScriptNoResult{};
+}
+
+// libmpdclient writes with send() but without MSG_NOSIGNAL, so writing to a connection that MPD has closed
+// raises SIGPIPE, whose default action ends the process. While one exists, SIGPIPE is blocked on this thread
+// (the signal goes to the writing thread), and one raised meanwhile is discarded: the write fails with EPIPE.
+class SigpipeBlocker
+{
+public:
+    SigpipeBlocker()
+    {
+        sigemptyset(&m_pipe);
+        sigaddset(&m_pipe, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        m_wasPending = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &m_pipe, &m_previous);
+    }
+
+    ~SigpipeBlocker()
+    {
+        sigset_t pending;
+        sigpending(&pending);
+        if (!m_wasPending && sigismember(&pending, SIGPIPE) == 1) {
+            const timespec immediately{0, 0};
+            sigtimedwait(&m_pipe, nullptr, &immediately);
+        }
+        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
+    }
+
+    SigpipeBlocker(const SigpipeBlocker&) = delete;
+    SigpipeBlocker& operator=(const SigpipeBlocker&) = delete;
+
+private:
+    sigset_t m_pipe;
+    sigset_t m_previous;
+    bool m_wasPending = false;
+};
+
+} // namespace
+
+MpdAddress MpdAddress::fromEnvironment()
+{
+    MpdAddress address;
+    address.host = qgetenv("MPD_HOST");
+    bool valid = false;
+    const uint port = qEnvironmentVariableIntValue("MPD_PORT", &valid);
+    if (valid && port > 0 && port <= 65535) {
+        address.port = port;
+    }
+    return address;
+}
+
+void MpdMusicPlayer::ConnectionDeleter::operator()(mpd_connection* connection) const
+{
+    mpd_connection_free(connection);
+}
+
+MpdMusicPlayer::MpdMusicPlayer(MpdAddress address) : m_address(std::move(address)) {}
+
+MpdMusicPlayer::~MpdMusicPlayer() = default;
+
+std::optional<ScriptErrorRecord> MpdMusicPlayer::connect()
+{
+    // A time-out of 0 keeps libmpdclient's default, as the other platforms keep their default for events.
+    m_connection.reset(mpd_connection_new(m_address.host.isEmpty() ? nullptr : m_address.host.constData(),
+                                          m_address.port, 0));
+    if (!m_connection) {
+        return MusicErrors::failed(QStringLiteral("Out of memory."));
+    }
+    const auto state = mpd_connection_get_error(m_connection.get());
+    if (state == MPD_ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    // MPD that answers but refuses (a wrong password) was reached: no other player should act instead.
+    auto error = state == MPD_ERROR_SERVER ? MusicErrors::failed(connectionMessage(m_connection.get()))
+                                           : MusicErrors::notRunning();
+    m_connection.reset();
+    return error;
+}
+
+// Runs the command on the kept connection. When MPD closed that connection while it was idle, the command
+// never reached it, so it is sent once more on a fresh connection.
+template <typename Result, typename Command> Result MpdMusicPlayer::run(Command command)
+{
+    const SigpipeBlocker sigpipeBlocker;
+    const bool reused = m_connection != nullptr;
+    if (!reused) {
+        if (auto error = connect()) {
+            return *error;
+        }
+    }
+    Result result = command(m_connection.get());
+    auto state = mpd_connection_get_error(m_connection.get());
+    if (reused && (state == MPD_ERROR_CLOSED || state == MPD_ERROR_SYSTEM)) {
+        if (auto error = connect()) {
+            return *error;
+        }
+        result = command(m_connection.get());
+        state = mpd_connection_get_error(m_connection.get());
+    }
+    if (state != MPD_ERROR_SUCCESS) {
+        m_connection.reset();
+    }
+    return result;
+}
+
+ScriptOutcome MpdMusicPlayer::setShuffle(bool enabled)
+{
+    return run<ScriptOutcome>([enabled](mpd_connection* connection) {
+        return noResultOr(mpd_run_random(connection, enabled), connection);
+    });
+}
+
+ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
+{
+    return run<ScriptOutcome>([&name](mpd_connection* connection) -> ScriptOutcome {
+        auto stored = storedPlaylists(connection);
+        if (auto* error = std::get_if<ScriptErrorRecord>(&stored)) {
+            return *error;
+        }
+        if (!std::get<QStringList>(stored).contains(name)) {
+            return MusicErrors::playlistNotFound(name);
+        }
+        const QByteArray utf8 = name.toUtf8();
+        const bool played = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
+                            mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
+                            mpd_command_list_end(connection) && mpd_response_finish(connection);
+        // The playlist can vanish between the check and the load; that is still a missing playlist.
+        if (!played && isNoSuchObject(connection)) {
+            mpd_connection_clear_error(connection);
+            return MusicErrors::playlistNotFound(name);
+        }
+        return noResultOr(played, connection);
+    });
+}
+
+ScriptOutcome MpdMusicPlayer::pause()
+{
+    return run<ScriptOutcome>(
+        [](mpd_connection* connection) { return noResultOr(mpd_run_pause(connection, true), connection); });
+}
+
+PlaylistNames MpdMusicPlayer::playlistNames()
+{
+    auto names = run<PlaylistNames>(storedPlaylists);
+    if (auto* list = std::get_if<QStringList>(&names)) {
+        std::sort(list->begin(), list->end(), [](const QString& left, const QString& right) {
+            const int folded = left.compare(right, Qt::CaseInsensitive);
+            return folded != 0 ? folded < 0 : left < right;
+        });
+    }
+    return names;
+}
+
+} // namespace VendelSDK
