@@ -1,0 +1,81 @@
+// Runs a private MPD for tests: its own socket, music folder and stored playlists, and a null audio output.
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+struct mpd_connection;
+
+namespace VendelSDK::Testing {
+
+class MpdTestServer
+{
+public:
+    struct ConnectionDeleter
+    {
+        void operator()(mpd_connection* connection) const;
+    };
+    using Connection = std::unique_ptr<mpd_connection, ConnectionDeleter>;
+
+    // What the tests check after a command.
+    struct Status
+    {
+        bool random = false;
+        QString state; // "stop", "play" or "pause"
+        unsigned queueLength = 0;
+        int songPosition = -1;
+        int songId = -1;
+    };
+
+    MpdTestServer();
+    ~MpdTestServer();
+    MpdTestServer(const MpdTestServer&) = delete;
+    MpdTestServer& operator=(const MpdTestServer&) = delete;
+
+    // Before start: a WAV file of silence in the music folder. Long enough that playback is still under way
+    // when a test looks, since the null output plays in real time.
+    void addSong(const QString& relativePath, int seconds = 600);
+    // A stored playlist of music-folder paths; may be added while MPD runs, it reads them when asked.
+    void addPlaylist(const QString& name, const QStringList& songs);
+    // Before start: the permissions of clients without a password, and a password with every permission.
+    void setDefaultPermissions(const QString& permissions, const QString& password);
+
+    // Starts MPD, waits until its socket answers, then has it index the music folder and waits until the
+    // database holds every added song. Can be called again after stop(); the database is kept.
+    bool start();
+    void stop();
+    bool isRunning() const;
+
+    QString socketPath() const;
+    // Why start() failed, with the end of MPD's log.
+    QString errorString() const { return m_error; }
+
+    // A new connection with every permission, for setting up and checking state; null if MPD cannot be
+    // reached.
+    Connection connect() const;
+    std::optional<Status> status() const;
+    // The queue's song paths in position order; nothing on failure.
+    std::optional<QStringList> queue() const;
+    // Sets the state a test starts from: empty queue, stopped, random off. False if MPD refused.
+    bool reset() const;
+    // Replaces the queue with a stored playlist and plays it, as a user would have before a test.
+    bool playStoredPlaylist(const QString& name) const;
+
+private:
+    bool fail(const QString& reason);
+    bool writeConfig();
+
+    QTemporaryDir m_directory;
+    QProcess m_process;
+    QString m_error;
+    QString m_permissions;
+    QString m_password;
+    int m_songCount = 0;
+};
+
+} // namespace VendelSDK::Testing

@@ -1,0 +1,307 @@
+// Tests the MPRIS player against test players on a private session bus: which player is chosen, and what it
+// is told.
+#include "linux/MprisMusicPlayer.h"
+#include "TestMprisPlayerProcess.h"
+
+#include <QDBusConnection>
+#include <QTest>
+
+#include <memory>
+
+using namespace VendelSDK;
+using VendelSDK::Testing::TestMprisPlayerProcess;
+
+namespace {
+
+ScriptErrorRecord notRunning()
+{
+    return {-600, QStringLiteral("Application isn’t running."), QStringLiteral("Application isn’t running.")};
+}
+
+TestMprisPlayerProcess::Options player(const char* name, const char* status = "Stopped")
+{
+    TestMprisPlayerProcess::Options options;
+    options.name = QString::fromLatin1(name);
+    options.playbackStatus = QString::fromLatin1(status);
+    options.playlists = {QStringLiteral("Focus"), QStringLiteral("Mix"), QStringLiteral("Evening"),
+                         QStringLiteral("Mix")};
+    return options;
+}
+
+QString chosen(const MprisMusicPlayer& music)
+{
+    const auto choice = music.choosePlayer();
+    return std::holds_alternative<QString>(choice) ? std::get<QString>(choice) : QStringLiteral("(none)");
+}
+
+} // namespace
+
+class MprisMusicPlayerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    TestMprisPlayerProcess& start(TestMprisPlayerProcess::Options options)
+    {
+        m_players.push_back(std::make_unique<TestMprisPlayerProcess>(std::move(options)));
+        if (!m_players.back()->start()) {
+            qWarning("the test player %s did not start", qPrintable(m_players.back()->busName()));
+        }
+        return *m_players.back();
+    }
+
+    std::vector<std::unique_ptr<TestMprisPlayerProcess>> m_players;
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY2(QDBusConnection::sessionBus().isConnected(), "no session bus"); }
+
+    void cleanup() { m_players.clear(); }
+
+    void withoutAnyPlayerEveryCommandFailsWithApplicationNotRunning()
+    {
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.setShuffle(true), ScriptOutcome(notRunning()));
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(notRunning()));
+        QCOMPARE(music.pause(), ScriptOutcome(notRunning()));
+        QCOMPARE(music.playlistNames(), PlaylistNames(notRunning()));
+    }
+
+    void withoutABusEveryCommandFailsWithApplicationNotRunning()
+    {
+        MprisMusicPlayer music(QDBusConnection(QStringLiteral("never connected")));
+
+        QCOMPARE(music.pause(), ScriptOutcome(notRunning()));
+    }
+
+    void theOnlyPlayerIsChosenWhateverItsStatus()
+    {
+        auto& only = start(player("only", "Stopped"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(chosen(music), only.busName());
+    }
+
+    void aPlayingPlayerIsPreferredToPausedAndStoppedOnes()
+    {
+        start(player("a", "Paused"));
+        auto& playing = start(player("b", "Playing"));
+        start(player("c", "Stopped"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.b"));
+
+        QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(playing.calls(), QStringList{QStringLiteral("Pause")});
+        QCOMPARE(playing.playbackStatus(), QStringLiteral("Paused"));
+        QCOMPARE(m_players.at(0)->calls(), QStringList());
+        QCOMPARE(m_players.at(2)->calls(), QStringList());
+    }
+
+    void aPausedPlayerIsPreferredWhenNoneIsPlaying()
+    {
+        start(player("a", "Stopped"));
+        start(player("b", "Paused"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.b"));
+    }
+
+    void amongEquallyIdlePlayersTheFirstByNameIsChosen()
+    {
+        start(player("zeta", "Stopped"));
+        start(player("alpha.instance7", "Stopped"));
+        start(player("beta", "Stopped"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.alpha.instance7"));
+    }
+
+    void namesThatOnlyResembleThePrefixAreNoPlayers()
+    {
+        const QString resembling = QStringLiteral("org.mpris.MediaPlayer2Extra");
+        QVERIFY(QDBusConnection::sessionBus().registerService(resembling));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        const auto outcome = music.pause();
+
+        QVERIFY(QDBusConnection::sessionBus().unregisterService(resembling));
+        QCOMPARE(outcome, ScriptOutcome(notRunning()));
+    }
+
+    void theRequestedPlayerIsChosenEvenWhenAnotherIsPlaying_data()
+    {
+        QTest::addColumn<QString>("requested");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("part after the prefix")
+            << QStringLiteral("quiet") << QStringLiteral("org.mpris.MediaPlayer2.quiet");
+        QTest::newRow("full bus name") << QStringLiteral("org.mpris.MediaPlayer2.quiet")
+                                       << QStringLiteral("org.mpris.MediaPlayer2.quiet");
+        QTest::newRow("an instance of it")
+            << QStringLiteral("other") << QStringLiteral("org.mpris.MediaPlayer2.other.instance42");
+        QTest::newRow("an exact instance") << QStringLiteral("other.instance42")
+                                           << QStringLiteral("org.mpris.MediaPlayer2.other.instance42");
+    }
+
+    void theRequestedPlayerIsChosenEvenWhenAnotherIsPlaying()
+    {
+        QFETCH(QString, requested);
+        QFETCH(QString, expected);
+        start(player("loud", "Playing"));
+        start(player("quiet", "Stopped"));
+        start(player("quieter", "Stopped"));
+        start(player("other.instance42", "Stopped"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus(), requested);
+
+        QCOMPARE(chosen(music), expected);
+    }
+
+    void aRequestedPlayerThatIsNotRunningFailsWithApplicationNotRunning()
+    {
+        auto& playing = start(player("loud", "Playing"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus(), QStringLiteral("lou"));
+
+        QCOMPARE(music.pause(), ScriptOutcome(notRunning()));
+        QCOMPARE(playing.calls(), QStringList());
+    }
+
+    void setShuffleSetsTheShuffleProperty()
+    {
+        auto& only = start(player("only"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.setShuffle(true), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(only.shuffle(), true);
+
+        QCOMPARE(music.setShuffle(false), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(only.shuffle(), false);
+        QCOMPARE(only.calls(),
+                 (QStringList{QStringLiteral("Shuffle=true"), QStringLiteral("Shuffle=false")}));
+    }
+
+    void playPlaylistActivatesThePlaylistOfThatName()
+    {
+        auto& only = start(player("only"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.calls().last(),
+                 QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(2));
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+    }
+
+    void playPlaylistWithADuplicateNameActivatesTheFirstInThePlayersOrder()
+    {
+        auto& only = start(player("only"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Mix")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.calls().last(),
+                 QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(1));
+    }
+
+    void missingPlaylistFailsAndActivatesNothing()
+    {
+        auto& only = start(player("only", "Paused"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        const auto outcome = music.playPlaylist(QStringLiteral("mix"));
+
+        const ScriptErrorRecord expected{-1728,
+                                         QStringLiteral("Music got an error: Can’t get playlist \"mix\"."),
+                                         QStringLiteral("Can’t get playlist \"mix\".")};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        for (const QString& call : only.calls()) {
+            QVERIFY2(!call.startsWith(u"ActivatePlaylist"), qPrintable(call));
+        }
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Paused"));
+    }
+
+    void aPlayerWithoutPlaylistsCannotPlayOneAndSaysSo()
+    {
+        auto options = player("plain");
+        options.servesPlaylists = false;
+        auto& plain = start(options);
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        const auto outcome = music.playPlaylist(QStringLiteral("Focus"));
+
+        const QString brief =
+            QStringLiteral("The player “org.mpris.MediaPlayer2.plain” cannot play a playlist: it "
+                           "has no org.mpris.MediaPlayer2.Playlists interface.");
+        const ScriptErrorRecord expected{-1708, QStringLiteral("Music got an error: ") + brief, brief};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        QCOMPARE(music.playlistNames(), PlaylistNames(expected));
+        QCOMPARE(plain.playbackStatus(), QStringLiteral("Stopped"));
+        // Shuffle and pause need no playlists.
+        QCOMPARE(music.setShuffle(true), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(plain.shuffle(), true);
+    }
+
+    void pauseCallsPause()
+    {
+        auto& only = start(player("only", "Playing"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.calls(), QStringList{QStringLiteral("Pause")});
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Paused"));
+    }
+
+    void aRefusedCommandFailsWithThePlayersMessage()
+    {
+        auto options = player("stubborn", "Playing");
+        options.refusesPause = true;
+        auto& stubborn = start(options);
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        const auto outcome = music.pause();
+
+        const ScriptErrorRecord expected{-10000,
+                                         QStringLiteral("Music got an error: Pausing is not allowed now."),
+                                         QStringLiteral("Pausing is not allowed now.")};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        QCOMPARE(stubborn.playbackStatus(), QStringLiteral("Playing"));
+    }
+
+    void playlistNamesComeInThePlayersOwnOrderWithDuplicates()
+    {
+        auto& only = start(player("only"));
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.playlistNames(),
+                 PlaylistNames(QStringList{QStringLiteral("Focus"), QStringLiteral("Mix"),
+                                           QStringLiteral("Evening"), QStringLiteral("Mix")}));
+        QCOMPARE(only.calls(), QStringList{QStringLiteral("GetPlaylists 0 4 UserDefined false")});
+    }
+
+    void playlistNamesUseThePlayersFirstOrderingWhenItHasNoOrderOfItsOwn()
+    {
+        auto options = player("only");
+        options.orderings = {QStringLiteral("Alphabetical"), QStringLiteral("CreationDate")};
+        auto& only = start(options);
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.playlistNames(),
+                 PlaylistNames(QStringList{QStringLiteral("Evening"), QStringLiteral("Focus"),
+                                           QStringLiteral("Mix"), QStringLiteral("Mix")}));
+        QCOMPARE(only.calls(), QStringList{QStringLiteral("GetPlaylists 0 4 Alphabetical false")});
+    }
+
+    void aPlayerWithNoPlaylistsListsNone()
+    {
+        auto options = player("only");
+        options.playlists.clear();
+        start(options);
+        MprisMusicPlayer music(QDBusConnection::sessionBus());
+
+        QCOMPARE(music.playlistNames(), PlaylistNames(QStringList()));
+        QCOMPARE(std::get<ScriptErrorRecord>(music.playPlaylist(QStringLiteral("Focus"))).number, -1728);
+    }
+};
+
+QTEST_GUILESS_MAIN(MprisMusicPlayerTest)
+#include "MprisMusicPlayerTest.moc"

@@ -1,0 +1,111 @@
+// Starts and stops the test player's process and reads its properties over the session bus.
+#include "TestMprisPlayerProcess.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QTest>
+
+namespace VendelSDK::Testing {
+
+namespace {
+
+constexpr int busTimeoutMs = 10000;
+
+bool isOnBus(const QString& name)
+{
+    const auto* bus = QDBusConnection::sessionBus().interface();
+    return bus && bus->isServiceRegistered(name).value();
+}
+
+} // namespace
+
+TestMprisPlayerProcess::TestMprisPlayerProcess(Options options) : m_options(std::move(options))
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+TestMprisPlayerProcess::~TestMprisPlayerProcess()
+{
+    stop();
+}
+
+bool TestMprisPlayerProcess::start()
+{
+    QStringList arguments{QStringLiteral("--name"), m_options.name, QStringLiteral("--status"),
+                          m_options.playbackStatus};
+    for (const QString& playlist : std::as_const(m_options.playlists)) {
+        arguments << QStringLiteral("--playlist") << playlist;
+    }
+    for (const QString& ordering : std::as_const(m_options.orderings)) {
+        arguments << QStringLiteral("--ordering") << ordering;
+    }
+    if (!m_options.servesPlaylists) {
+        arguments << QStringLiteral("--no-playlists");
+    }
+    if (m_options.refusesPause) {
+        arguments << QStringLiteral("--refuse-pause");
+    }
+    m_process.start(QStringLiteral(VENDEL_TEST_MPRIS_PLAYER), arguments);
+    if (!m_process.waitForStarted()) {
+        return false;
+    }
+    return QTest::qWaitFor([this] { return isOnBus(busName()) || m_process.state() == QProcess::NotRunning; },
+                           busTimeoutMs) &&
+           m_process.state() == QProcess::Running;
+}
+
+bool TestMprisPlayerProcess::stop()
+{
+    if (m_process.state() == QProcess::NotRunning) {
+        return true;
+    }
+    m_process.terminate();
+    if (!m_process.waitForFinished(busTimeoutMs)) {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    return QTest::qWaitFor([this] { return !isOnBus(busName()); }, busTimeoutMs);
+}
+
+QString TestMprisPlayerProcess::busName() const
+{
+    return QStringLiteral("org.mpris.MediaPlayer2.") + m_options.name;
+}
+
+QVariant TestMprisPlayerProcess::property(const QString& interface, const QString& name) const
+{
+    auto message = QDBusMessage::createMethodCall(busName(), QStringLiteral("/org/mpris/MediaPlayer2"),
+                                                  QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                  QStringLiteral("Get"));
+    message << interface << name;
+    const auto reply = QDBusConnection::sessionBus().call(message);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
+        return {};
+    }
+    return reply.arguments().first().value<QDBusVariant>().variant();
+}
+
+QString TestMprisPlayerProcess::playbackStatus() const
+{
+    return property(QStringLiteral("org.mpris.MediaPlayer2.Player"), QStringLiteral("PlaybackStatus"))
+        .toString();
+}
+
+bool TestMprisPlayerProcess::shuffle() const
+{
+    return property(QStringLiteral("org.mpris.MediaPlayer2.Player"), QStringLiteral("Shuffle")).toBool();
+}
+
+QStringList TestMprisPlayerProcess::calls() const
+{
+    return property(QStringLiteral("org.vendel.TestPlayer"), QStringLiteral("Calls")).toStringList();
+}
+
+QString TestMprisPlayerProcess::playlistId(int index)
+{
+    return QStringLiteral("/org/vendel/TestPlayer/Playlist/%1").arg(index);
+}
+
+} // namespace VendelSDK::Testing

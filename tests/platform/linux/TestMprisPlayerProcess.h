@@ -1,0 +1,51 @@
+// Runs the test MPRIS player in a process of its own on the session bus and reads back what it was told.
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <QVariant>
+
+namespace VendelSDK::Testing {
+
+class TestMprisPlayerProcess
+{
+public:
+    struct Options
+    {
+        // The part of the bus name after "org.mpris.MediaPlayer2.".
+        QString name;
+        QString playbackStatus = QStringLiteral("Stopped");
+        // In the player's own order; equal names are allowed.
+        QStringList playlists;
+        QStringList orderings{QStringLiteral("Alphabetical"), QStringLiteral("UserDefined")};
+        bool servesPlaylists = true;
+        bool refusesPause = false;
+    };
+
+    explicit TestMprisPlayerProcess(Options options);
+    ~TestMprisPlayerProcess();
+    TestMprisPlayerProcess(const TestMprisPlayerProcess&) = delete;
+    TestMprisPlayerProcess& operator=(const TestMprisPlayerProcess&) = delete;
+
+    // Starts the process and waits until its name is on the bus.
+    bool start();
+    // Ends the process and waits until its name has left the bus; false if it did not leave in time.
+    bool stop();
+
+    QString busName() const;
+    QString playbackStatus() const;
+    bool shuffle() const;
+    // Every call the player was given, in order: "Shuffle=true", "Pause", "GetPlaylists …",
+    // "ActivatePlaylist <id>".
+    QStringList calls() const;
+    // The object path of the playlist at `index` of Options::playlists.
+    static QString playlistId(int index);
+
+private:
+    QVariant property(const QString& interface, const QString& name) const;
+
+    Options m_options;
+    QProcess m_process;
+};
+
+} // namespace VendelSDK::Testing
