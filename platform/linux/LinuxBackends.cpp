@@ -1,6 +1,7 @@
 // The Linux backends of the platform seams.
 #include "MusicApplication.h"
 #include "TellScriptEngine.h"
+#include "VendelHostApplication.h"
 #include "XdgUrlOpener.h"
 
 #include "VendelSDK/ScriptEngine.h"
@@ -13,6 +14,7 @@ namespace VendelSDK {
 std::unique_ptr<ScriptEngine> makePlatformScriptEngine()
 {
     auto engine = std::make_unique<TellScriptEngine>();
+    engine->registerApplication(QStringLiteral("Vendel"), std::make_unique<VendelHostApplication>());
     engine->registerApplication(QStringLiteral("Music"), makeMusicApplication());
     return engine;
 }
