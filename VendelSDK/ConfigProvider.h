@@ -1,0 +1,18 @@
+// The common base of the configuration providers, naming the kind of object as a type.
+#pragma once
+
+namespace VendelSDK {
+
+// Deliberately empty: the providers share no operations, since each works on its own configuration type.
+class ConfigProvider
+{
+public:
+    virtual ~ConfigProvider() = default;
+
+protected:
+    ConfigProvider() = default;
+    ConfigProvider(const ConfigProvider&) = default;
+    ConfigProvider& operator=(const ConfigProvider&) = default;
+};
+
+} // namespace VendelSDK
