@@ -129,7 +129,7 @@ private Q_SLOTS:
         QCOMPARE(outcome, ScriptOutcome(expected));
         const auto after = m_server.status();
         QVERIFY(after);
-        QCOMPARE(after->state, QStringLiteral("play"));
+        QVERIFY2(after->state == u"play", qPrintable(m_server.logTail()));
         QCOMPARE(after->queueLength, 2U);
         QCOMPARE(after->songId, before->songId);
         QCOMPARE(m_server.queue(), eveningSongs);

@@ -9,6 +9,9 @@
 
 #include <mpd/client.h>
 
+#include <csignal>
+#include <sys/prctl.h>
+
 namespace VendelSDK::Testing {
 
 namespace {
@@ -65,6 +68,8 @@ MpdTestServer::MpdTestServer() : m_directory(QDir::tempPath() + QStringLiteral("
     QDir(m_directory.path()).mkpath(QStringLiteral("playlists"));
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(m_directory.filePath(QStringLiteral("output")));
+    // A test that is killed leaves no MPD behind.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
 }
 
 MpdTestServer::~MpdTestServer()
@@ -128,18 +133,21 @@ bool MpdTestServer::writeConfig()
     return true;
 }
 
+QString MpdTestServer::logTail() const
+{
+    QString tail;
+    for (const char* name : {"output", "log"}) {
+        QFile file(m_directory.filePath(QString::fromLatin1(name)));
+        if (file.open(QIODevice::ReadOnly)) {
+            tail += QString::fromUtf8(file.readAll().right(2000));
+        }
+    }
+    return tail;
+}
+
 bool MpdTestServer::fail(const QString& reason)
 {
-    QFile log(m_directory.filePath(QStringLiteral("log")));
-    QFile output(m_directory.filePath(QStringLiteral("output")));
-    QString details;
-    if (output.open(QIODevice::ReadOnly)) {
-        details += QString::fromUtf8(output.readAll().right(2000));
-    }
-    if (log.open(QIODevice::ReadOnly)) {
-        details += QString::fromUtf8(log.readAll().right(2000));
-    }
-    m_error = reason + QStringLiteral("\n") + details;
+    m_error = reason + u'\n' + logTail();
     stop();
     return false;
 }

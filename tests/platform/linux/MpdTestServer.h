@@ -54,6 +54,8 @@ public:
     QString socketPath() const;
     // Why start() failed, with the end of MPD's log.
     QString errorString() const { return m_error; }
+    // The end of MPD's log, for the message of a failed check.
+    QString logTail() const;
 
     // A new connection with every permission, for setting up and checking state; null if MPD cannot be
     // reached.

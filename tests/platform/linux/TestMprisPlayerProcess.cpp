@@ -7,6 +7,9 @@
 #include <QDBusVariant>
 #include <QTest>
 
+#include <csignal>
+#include <sys/prctl.h>
+
 namespace VendelSDK::Testing {
 
 namespace {
@@ -24,6 +27,8 @@ bool isOnBus(const QString& name)
 TestMprisPlayerProcess::TestMprisPlayerProcess(Options options) : m_options(std::move(options))
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A test that is killed leaves no player behind.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
 }
 
 TestMprisPlayerProcess::~TestMprisPlayerProcess()
