@@ -1,12 +1,10 @@
 // Keeps one action's configuration: read from the host once, written back after saves and at termination.
 #pragma once
 
-#include "AppTerminationObserver.h"
 #include "ConfigAlert.h"
 #include "ConfigCoding.h"
 #include "ConfigProvider.h"
-#include "DelayedActionController.h"
-#include "Platform.h"
+#include "ConfigWriteBack.h"
 #include "VendelAPI.h"
 #include "VendelActionConfig.h"
 
@@ -14,17 +12,11 @@
 
 #include <memory>
 #include <optional>
-#include <utility>
 
 namespace VendelSDK {
 
-// Lifetime: the termination closure and the write action hold the provider strongly, so a provider whose
-// owner lets it go early still makes its pending write and its write at termination. The termination write
-// then drops both closures, which ends those cycles: the provider goes with its last owner. Application
-// services destroyed without announcing termination end the cycles in the same way, without a write.
-template <VendelActionConfig T>
-class LocalConfigProvider final : public ConfigProvider,
-                                  public std::enable_shared_from_this<LocalConfigProvider<T>>
+// A provider outlives its owner until its pending and final writes are done (see ConfigWriteBack).
+template <VendelActionConfig T> class LocalConfigProvider final : public ConfigProvider
 {
     struct Key
     {
@@ -48,12 +40,8 @@ public:
             return nullptr;
         }
         provider->config = decodeConfig(*text, provider->m_defaultConfig);
-        provider->m_appTerminationObserver =
-            std::make_unique<AppTerminationObserver>([self = provider] { self->writeAtTermination(); });
-        // Services that go away without announcing termination (replaced in a test, or an exit that skips
-        // the event loop) will never call the closure; holding the provider for it would only leak it.
-        QObject::connect(&Platform::applicationServices(), &QObject::destroyed,
-                         provider->m_appTerminationObserver.get(), [raw = provider.get()] { raw->letGo(); });
+        provider->m_writeBack.start(
+            provider, [raw = provider.get()] { raw->write(); }, [raw = provider.get()] { raw->writeNow(); });
         return provider;
     }
 
@@ -69,59 +57,26 @@ public:
     // The value used when the host's text holds no valid configuration.
     const T& defaultConfig() const { return m_defaultConfig; }
     VendelAPI& api() const { return *m_api; }
-    AppTerminationObserver* appTerminationObserver() const { return m_appTerminationObserver.get(); }
+    AppTerminationObserver* appTerminationObserver() const { return m_writeBack.appTerminationObserver(); }
     // Made by the first save().
-    DelayedActionController* writeAction() const { return m_writeAction.get(); }
+    DelayedActionController* writeAction() const { return m_writeBack.writeAction(); }
 
     // Writes `config` to the host about a second after the last call of a burst; returns at once.
-    void save()
-    {
-        // After the termination write nothing more is written, and a new write action would hold the
-        // provider again.
-        if (m_released) {
-            return;
-        }
-        if (!m_writeAction) {
-            m_writeAction = std::make_unique<DelayedActionController>(
-                1.0, [self = this->shared_from_this()] { self->write(); });
-        }
-        m_writeAction->run();
-    }
+    void save() { m_writeBack.save(); }
 
 private:
+    // The delayed write reports its failure; the write at termination cannot.
     void write()
     {
-        withErrorAlert([this] { m_api->setConfig(encodeConfig(config), m_actionID); });
+        withErrorAlert([this] { writeNow(); });
     }
 
-    void writeAtTermination()
-    {
-        try {
-            m_api->setConfig(encodeConfig(config), m_actionID);
-        } catch (...) {
-            // The application is ending: nobody could act on an alert now.
-        }
-        letGo();
-    }
-
-    // Drops the closures' strong references, which ends the cycles that kept the provider alive; from
-    // then on it lives only as long as its owner keeps it, and writes no more.
-    void letGo()
-    {
-        m_released = true;
-        const std::function<void()> closures[] = {
-            std::exchange(m_appTerminationObserver->onRun, {}),
-            m_writeAction ? std::exchange(m_writeAction->action, {}) : std::function<void()>(),
-        };
-        // The closures are destroyed on return, possibly with the provider itself; nothing may follow.
-    }
+    void writeNow() { m_api->setConfig(encodeConfig(config), m_actionID); }
 
     QString m_actionID;
     T m_defaultConfig;
     std::unique_ptr<VendelAPI> m_api;
-    std::unique_ptr<AppTerminationObserver> m_appTerminationObserver;
-    std::unique_ptr<DelayedActionController> m_writeAction;
-    bool m_released = false;
+    ConfigWriteBack m_writeBack;
 };
 
 } // namespace VendelSDK

@@ -1,0 +1,40 @@
+// Writes a provider's configuration back to the host: after a burst of saves, and once more at termination.
+#pragma once
+
+#include "AppTerminationObserver.h"
+#include "DelayedActionController.h"
+
+#include <functional>
+#include <memory>
+
+namespace VendelSDK {
+
+// Lifetime: the termination closure and the write action hold the provider strongly, so a provider whose
+// owner lets it go early still makes its pending write and its write at termination. The termination write
+// then drops both closures, which ends those cycles: the provider goes with its last owner. Application
+// services destroyed without announcing termination end the cycles in the same way, without a write.
+class ConfigWriteBack
+{
+public:
+    // Arms the termination write. `provider` is what the closures keep alive; `write` is the delayed write
+    // (it reports its own failures) and `finalWrite` the write at termination (its failures are ignored).
+    void start(std::shared_ptr<void> provider, std::function<void()> write, std::function<void()> finalWrite);
+
+    // Asks for `write` about a second after the last call of a burst; returns at once.
+    void save();
+
+    AppTerminationObserver* appTerminationObserver() const { return m_appTerminationObserver.get(); }
+    // Made by the first save().
+    DelayedActionController* writeAction() const { return m_writeAction.get(); }
+
+private:
+    void letGo();
+
+    std::weak_ptr<void> m_provider;
+    std::function<void()> m_write;
+    std::unique_ptr<AppTerminationObserver> m_appTerminationObserver;
+    std::unique_ptr<DelayedActionController> m_writeAction;
+    bool m_released = false;
+};
+
+} // namespace VendelSDK
