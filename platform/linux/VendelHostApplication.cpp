@@ -46,7 +46,7 @@ ScriptOutcome outcomeOfError(const QDBusMessage& reply)
     if (name == u"org.freedesktop.DBus.Error.ServiceUnknown" ||
         name == u"org.freedesktop.DBus.Error.NameHasNoOwner") {
         return failure(VendelHostApplication::applicationIsNotRunning,
-                       QStringLiteral("Application isn’t running."));
+                       QStringLiteral("Application isn't running."));
     }
     if (name == u"org.freedesktop.DBus.Error.NoReply") {
         return failure(VendelHostApplication::timedOut, QStringLiteral("AppleEvent timed out."));

@@ -22,7 +22,7 @@ namespace VendelSDK {
 // - GetPathOfPlugin failing with org.vendel.Host1.Error.NoSuchPlugin: no result, as the host's way of
 //   saying that it knows no such plugin;
 // - any other shape of reply: error -1700 "Can’t make some data into the expected type.";
-// - org.freedesktop.DBus.Error.ServiceUnknown or NameHasNoOwner: error -600 "Application isn’t running.";
+// - org.freedesktop.DBus.Error.ServiceUnknown or NameHasNoOwner: error -600 "Application isn't running.";
 // - org.freedesktop.DBus.Error.NoReply: error -1712 "AppleEvent timed out.";
 // - any other error: error -10000 with the error's message (its name when the message is empty).
 // Every error record holds the same text as message and brief message.

@@ -351,7 +351,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, source);
         QVERIFY(stopHost());
-        QCOMPARE(tell(source), ScriptOutcome(failure(-600, QStringLiteral("Application isn’t running."))));
+        QCOMPARE(tell(source), ScriptOutcome(failure(-600, QStringLiteral("Application isn't running."))));
     }
 
     void aFrozenHostTimesOutWithAppleEventTimedOut()
@@ -414,7 +414,7 @@ private Q_SLOTS:
         const auto error = [](const char* name, const char* message) {
             return QDBusMessage::createError(QString::fromLatin1(name), QString::fromLatin1(message));
         };
-        const ScriptOutcome notRunning = failure(-600, QStringLiteral("Application isn’t running."));
+        const ScriptOutcome notRunning = failure(-600, QStringLiteral("Application isn't running."));
         const ScriptOutcome wrongType =
             failure(-1700, QStringLiteral("Can’t make some data into the expected type."));
         const int getConfig = VendelHostApplication::getConfig;
