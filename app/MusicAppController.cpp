@@ -1,0 +1,82 @@
+// The player's scripts are sent exactly as written here; a playlist name is inserted without escaping.
+#include "MusicAppController.h"
+
+#include "VendelSDK/Platform.h"
+#include "VendelSDK/VendelAPI.h"
+
+namespace MusicPlugin {
+
+using namespace VendelSDK;
+
+namespace {
+
+constexpr auto errorNumberKey = "NSAppleScriptErrorNumber";
+constexpr auto errorMessageKey = "NSAppleScriptErrorMessage";
+constexpr auto errorBriefMessageKey = "NSAppleScriptErrorBriefMessage";
+constexpr qint64 unknownError = -1753;
+constexpr qint64 syntaxError = -2741;
+
+void show(const ScriptErrorRecord& record)
+{
+    Platform::alertPresenter().runModal(Alert::fromError(MusicAppController::errorFrom(record)));
+}
+
+} // namespace
+
+QString MusicAppController::shuffleScript(bool shuffle)
+{
+    return QStringLiteral("tell application \"Music\" to set shuffle enabled to ") +
+           (shuffle ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
+QString MusicAppController::playScript(const QString& playlist)
+{
+    return QStringLiteral("tell application \"Music\" to play playlist \"") + playlist + u'"';
+}
+
+QString MusicAppController::pauseScript()
+{
+    return QStringLiteral("tell application \"Music\" to pause");
+}
+
+Error MusicAppController::errorFrom(const ScriptErrorRecord& record)
+{
+    QVariantMap userInfo;
+    if (record.number) {
+        userInfo.insert(QString::fromLatin1(errorNumberKey), *record.number);
+    }
+    if (record.message) {
+        userInfo.insert(QString::fromLatin1(errorMessageKey), *record.message);
+        userInfo.insert(QString::fromLatin1(localizedFailureReasonKey), *record.message);
+    }
+    if (record.briefMessage) {
+        userInfo.insert(QString::fromLatin1(errorBriefMessageKey), *record.briefMessage);
+        userInfo.insert(QString::fromLatin1(localizedDescriptionKey), *record.briefMessage);
+    }
+    return Error(QString::fromLatin1(osStatusErrorDomain), record.number.value_or(unknownError), userInfo);
+}
+
+void MusicAppController::runScript(const QString& source)
+{
+    const ScriptOutcome outcome = Platform::scriptEngine().execute(source);
+    if (const auto* failure = std::get_if<ScriptErrorRecord>(&outcome)) {
+        show(*failure);
+    }
+}
+
+void MusicAppController::play(const QString& playlist, bool shuffle)
+{
+    runScript(shuffleScript(shuffle));
+    // A name that could end the string literal would compile to another script; it fails as the
+    // broken script would, without running.
+    if (!VendelAPI::isSafeUnescaped(playlist)) {
+        const QString message = QStringLiteral(
+            "Expected end of line but found a double quote, a backslash or a control character "
+            "in the playlist name.");
+        show(ScriptErrorRecord{syntaxError, message, message});
+        return;
+    }
+    runScript(playScript(playlist));
+}
+
+} // namespace MusicPlugin
