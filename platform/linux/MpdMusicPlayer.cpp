@@ -80,17 +80,19 @@ public:
     {
         sigemptyset(&m_pipe);
         sigaddset(&m_pipe, SIGPIPE);
-        sigset_t pending;
-        sigpending(&pending);
-        m_wasPending = sigismember(&pending, SIGPIPE) == 1;
         pthread_sigmask(SIG_BLOCK, &m_pipe, &m_previous);
     }
 
     ~SigpipeBlocker()
     {
+        // A caller that already blocked SIGPIPE keeps whatever is pending; otherwise nothing could have been
+        // pending before (an unblocked SIGPIPE is delivered at once), so a pending one was raised here.
+        if (sigismember(&m_previous, SIGPIPE) == 1) {
+            return;
+        }
         sigset_t pending;
         sigpending(&pending);
-        if (!m_wasPending && sigismember(&pending, SIGPIPE) == 1) {
+        if (sigismember(&pending, SIGPIPE) == 1) {
             const timespec immediately{0, 0};
             sigtimedwait(&m_pipe, nullptr, &immediately);
         }
@@ -103,7 +105,6 @@ public:
 private:
     sigset_t m_pipe;
     sigset_t m_previous;
-    bool m_wasPending = false;
 };
 
 } // namespace
