@@ -4,6 +4,7 @@
 
 #include "TestPlatform.h"
 
+#include <QProcess>
 #include <QTest>
 
 using namespace VendelSDK;
@@ -250,6 +251,18 @@ private Q_SLOTS:
         VendelAPI().getConfig(QStringLiteral("Road Trip/é & 'x'"));
         QCOMPARE(platform.engine->sources.constFirst(),
                  QStringLiteral("    tell application \"Vendel\" to get config \"Road Trip/é & 'x'\""));
+    }
+
+    void pluginWithoutBundleIdentifierStopsOnGlobalConfig()
+    {
+        QProcess probe;
+        probe.start(QStringLiteral(VENDEL_API_PROBE), {});
+        QVERIFY(probe.waitForFinished(30000));
+        QCOMPARE(probe.exitStatus(), QProcess::CrashExit);
+        const QString standardError = QString::fromUtf8(probe.readAllStandardError());
+        QVERIFY2(standardError.contains(
+                     QStringLiteral("Fatal error: The plugin application has no bundle identifier.")),
+                 qPrintable(standardError));
     }
 
     void operationsAreOverridable()
