@@ -1,4 +1,5 @@
 // libFuzzer target: arbitrary text through host command URLs, path percent-encoding and resource JSON.
+#include "FuzzRequire.h"
 #include "VendelSDK/Command.h"
 #include "VendelSDK/Error.h"
 #include "VendelSDK/Platform.h"
@@ -18,14 +19,6 @@
 using namespace VendelSDK;
 
 namespace {
-
-void require(bool holds, const char* property)
-{
-    if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", property);
-        __builtin_trap();
-    }
-}
 
 // Keeps what send() opens instead of starting a real handler for every input.
 class RecordingOpener final : public UrlOpener

@@ -1,4 +1,5 @@
 // libFuzzer target: hostile launch URLs through parsing, dispatch and the host command texts they feed.
+#include "FuzzRequire.h"
 #include "VendelSDK/PluginController.h"
 #include "VendelSDK/VendelAPI.h"
 #include "VendelSDK/VendelPluginURL.h"
@@ -15,14 +16,6 @@
 using namespace VendelSDK;
 
 namespace {
-
-void require(bool holds, const char* property)
-{
-    if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", property);
-        __builtin_trap();
-    }
-}
 
 // A quote is unescaped when an even number of backslashes, possibly none, stands right before it.
 int unescapedQuotes(const QString& text)

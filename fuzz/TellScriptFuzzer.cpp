@@ -1,5 +1,5 @@
-// libFuzzer target: arbitrary sources through the tell engine's parser, and escaped texts through its
-// literals.
+// libFuzzer target: arbitrary sources through the tell engine's parser, and escaped texts through literals.
+#include "FuzzRequire.h"
 #include "linux/TellScriptEngine.h"
 
 #include "VendelSDK/VendelAPI.h"
@@ -13,14 +13,6 @@
 using namespace VendelSDK;
 
 namespace {
-
-void require(bool holds, const char* property)
-{
-    if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", property);
-        __builtin_trap();
-    }
-}
 
 QString rendered(const TellStatement& statement)
 {
