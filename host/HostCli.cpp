@@ -1,0 +1,259 @@
+// Each command opens the database only when it needs it, and turns every failure into one line on stderr.
+#include "HostCli.h"
+
+#include "CommandUrlHandler.h"
+#include "HostError.h"
+#include "HostService.h"
+#include "PluginLauncher.h"
+#include "QuitOnSignal.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+
+using namespace std::chrono_literals;
+
+namespace VendelHost {
+
+namespace {
+
+// A run plays or pauses and quits at once; one that takes this long is stuck, not slow.
+constexpr auto runTimeout = 60s;
+
+} // namespace
+
+QString HostCli::usage()
+{
+    return QStringLiteral(
+        "Usage: vendel-host <command> [arguments]\n"
+        "\n"
+        "The reference host of Vendel plugins.\n"
+        "\n"
+        "Commands:\n"
+        "  action new <plugin> [--no-edit]  Create an action for an installed plugin, print its identifier\n"
+        "                                   and open it in the plugin's editor (unless --no-edit)\n"
+        "  actions                          List the actions: identifier, plugin, configuration\n"
+        "  run <id>                         Run an action and wait until its plugin has finished\n"
+        "  edit <id>                        Open an action in its plugin's editor\n"
+        "  configure <plugin>               Open a plugin's preferences\n"
+        "  config get <id>                  Print an action's configuration\n"
+        "  config set <id> <json>           Replace an action's configuration with a JSON text\n"
+        "  plugins                          List the installed plugins: name, executable\n"
+        "  resources                        List the resources that plugins have added\n"
+        "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
+        "  serve                            Serve org.vendel.Host on the session bus until stopped\n"
+        "  --help                           Show this help\n"
+        "\n"
+        "A plugin is named by its executable's file name; plugins install themselves through the session\n"
+        "bus when started without a launch URL. A launch starts the plugin's executable with the URL\n"
+        "vendelplugin://run/<id>, vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
+        "\n"
+        "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel).\n"
+        "Exit status: 0 done, 1 could not be done, 2 wrong command line.\n");
+}
+
+int HostCli::run(const QStringList& arguments)
+{
+    try {
+        const int status = dispatch(arguments);
+        m_out.flush();
+        return status;
+    } catch (const HostError& error) {
+        m_out.flush();
+        m_err << "vendel-host: " << error.message() << Qt::endl;
+        return failure;
+    }
+}
+
+int HostCli::usageFailure(const QString& message)
+{
+    m_err << "vendel-host: " << message << "\nTry 'vendel-host --help'." << Qt::endl;
+    return usageError;
+}
+
+int HostCli::dispatch(const QStringList& arguments)
+{
+    if (arguments.isEmpty()) {
+        return usageFailure(QStringLiteral("no command given."));
+    }
+    const QString command = arguments.constFirst();
+    const QStringList rest = arguments.mid(1);
+    const auto expect = [&](qsizetype count, const QString& shape) -> bool {
+        if (rest.size() == count) {
+            return true;
+        }
+        usageFailure(QStringLiteral("usage: vendel-host %1").arg(shape));
+        return false;
+    };
+
+    if (command == u"--help" || command == u"-h" || command == u"help") {
+        m_out << usage();
+        return success;
+    }
+    if (command == u"action") {
+        return newAction(rest);
+    }
+    if (command == u"config") {
+        return config(rest);
+    }
+    if (command == u"actions") {
+        return expect(0, QStringLiteral("actions")) ? listActions() : usageError;
+    }
+    if (command == u"run") {
+        return expect(1, QStringLiteral("run <id>")) ? runAction(rest.constFirst()) : usageError;
+    }
+    if (command == u"edit") {
+        return expect(1, QStringLiteral("edit <id>")) ? editAction(rest.constFirst()) : usageError;
+    }
+    if (command == u"configure") {
+        return expect(1, QStringLiteral("configure <plugin>")) ? configurePlugin(rest.constFirst())
+                                                               : usageError;
+    }
+    if (command == u"plugins") {
+        return expect(0, QStringLiteral("plugins")) ? listPlugins() : usageError;
+    }
+    if (command == u"resources") {
+        return expect(0, QStringLiteral("resources")) ? listResources() : usageError;
+    }
+    if (command == u"open") {
+        return expect(1, QStringLiteral("open <vendel-url>")) ? openCommandUrl(rest.constFirst())
+                                                              : usageError;
+    }
+    if (command == u"serve") {
+        return expect(0, QStringLiteral("serve")) ? serve() : usageError;
+    }
+    return usageFailure(QStringLiteral("unknown command \"%1\".").arg(command));
+}
+
+HostStorage& HostCli::storage()
+{
+    if (!m_storage) {
+        m_storage = std::make_unique<HostStorage>(HostStorage::defaultDataDirectory());
+    }
+    return *m_storage;
+}
+
+HostStorage::Action HostCli::existingAction(const QString& id)
+{
+    auto action = storage().action(id);
+    if (!action) {
+        throw HostError(
+            QStringLiteral("There is no action \"%1\"; 'vendel-host actions' lists them.").arg(id));
+    }
+    return *action;
+}
+
+HostStorage::Plugin HostCli::installedPlugin(const QString& name)
+{
+    auto plugin = storage().plugin(name);
+    if (!plugin) {
+        throw HostError(
+            QStringLiteral("There is no plugin \"%1\"; 'vendel-host plugins' lists them.").arg(name));
+    }
+    return *plugin;
+}
+
+int HostCli::newAction(const QStringList& arguments)
+{
+    const QString shape = QStringLiteral("usage: vendel-host action new <plugin> [--no-edit]");
+    if (arguments.isEmpty() || arguments.constFirst() != u"new") {
+        return usageFailure(shape);
+    }
+    const bool noEdit = arguments.size() == 3 && arguments.at(2) == u"--no-edit";
+    if (arguments.size() < 2 || (arguments.size() == 3 && !noEdit) || arguments.size() > 3) {
+        return usageFailure(shape);
+    }
+    const HostStorage::Plugin plugin = installedPlugin(arguments.at(1));
+    const QString id = storage().createAction(plugin.name);
+    m_out << id << Qt::endl;
+    if (!noEdit) {
+        PluginLauncher::startDetached(plugin.path, PluginLauncher::editUrl(id));
+    }
+    return success;
+}
+
+int HostCli::listActions()
+{
+    for (const HostStorage::Action& action : storage().actions()) {
+        m_out << action.id << '\t' << action.plugin << '\t' << action.config << '\n';
+    }
+    return success;
+}
+
+int HostCli::runAction(const QString& id)
+{
+    const HostStorage::Action action = existingAction(id);
+    PluginLauncher::runAndWait(installedPlugin(action.plugin).path, PluginLauncher::runUrl(id), runTimeout);
+    return success;
+}
+
+int HostCli::editAction(const QString& id)
+{
+    const HostStorage::Action action = existingAction(id);
+    PluginLauncher::startDetached(installedPlugin(action.plugin).path, PluginLauncher::editUrl(id));
+    return success;
+}
+
+int HostCli::configurePlugin(const QString& name)
+{
+    PluginLauncher::startDetached(installedPlugin(name).path, PluginLauncher::configureUrl());
+    return success;
+}
+
+int HostCli::config(const QStringList& arguments)
+{
+    if (arguments.size() == 2 && arguments.constFirst() == u"get") {
+        m_out << existingAction(arguments.at(1)).config << Qt::endl;
+        return success;
+    }
+    if (arguments.size() == 3 && arguments.constFirst() == u"set") {
+        const QString& json = arguments.at(2);
+        QJsonParseError error;
+        QJsonDocument::fromJson(json.toUtf8(), &error);
+        if (error.error != QJsonParseError::NoError) {
+            return usageFailure(
+                QStringLiteral("the configuration is not a valid JSON object or array: %1 at offset %2.")
+                    .arg(error.errorString())
+                    .arg(error.offset));
+        }
+        existingAction(arguments.at(1));
+        // The text is kept as given, not re-encoded, so the plugin reads back exactly what was set.
+        storage().setConfig(arguments.at(1), json);
+        return success;
+    }
+    return usageFailure(QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>"));
+}
+
+int HostCli::listPlugins()
+{
+    for (const HostStorage::Plugin& plugin : storage().plugins()) {
+        m_out << plugin.name << '\t' << plugin.path << '\n';
+    }
+    return success;
+}
+
+int HostCli::listResources()
+{
+    for (const Resource& resource : storage().resources()) {
+        m_out << resource.type << '\t' << resource.name << '\t' << resource.url << '\n';
+    }
+    return success;
+}
+
+int HostCli::openCommandUrl(const QString& url)
+{
+    const QStringList lines = CommandUrlHandler(storage()).handle(url);
+    for (const QString& line : lines) {
+        m_out << line << '\n';
+    }
+    return success;
+}
+
+int HostCli::serve()
+{
+    HostService service(storage());
+    service.serveOn(QDBusConnection::sessionBus());
+    QuitOnSignal quitOnSignal;
+    return QCoreApplication::exec();
+}
+
+} // namespace VendelHost

@@ -1,0 +1,52 @@
+// The host's command line: actions, their configuration, launches, plugins, command URLs and serving.
+#pragma once
+
+#include "HostStorage.h"
+
+#include <QStringList>
+#include <QTextStream>
+
+#include <memory>
+
+namespace VendelHost {
+
+class HostCli
+{
+public:
+    static constexpr int success = 0;
+    // The request was understood but could not be carried out.
+    static constexpr int failure = 1;
+    // The command line itself is wrong.
+    static constexpr int usageError = 2;
+
+    HostCli(QTextStream& out, QTextStream& err) : m_out(out), m_err(err) {}
+
+    // Carries out one command line (without the program's name) and returns the exit status.
+    int run(const QStringList& arguments);
+
+    static QString usage();
+
+private:
+    int dispatch(const QStringList& arguments);
+    int newAction(const QStringList& arguments);
+    int listActions();
+    int runAction(const QString& id);
+    int editAction(const QString& id);
+    int configurePlugin(const QString& name);
+    int config(const QStringList& arguments);
+    int listPlugins();
+    int listResources();
+    int openCommandUrl(const QString& url);
+    int serve();
+
+    HostStorage& storage();
+    HostStorage::Action existingAction(const QString& id);
+    HostStorage::Plugin installedPlugin(const QString& name);
+    int usageFailure(const QString& message);
+
+    QTextStream& m_out;
+    QTextStream& m_err;
+    std::unique_ptr<HostStorage> m_storage;
+};
+
+} // namespace VendelHost

@@ -1,0 +1,28 @@
+// One resource that a plugin hands the host with "add-resources", and the decoding of their JSON list.
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace VendelHost {
+
+struct Resource
+{
+    // The kinds a plugin may send, as their JSON texts.
+    static const QStringList types;
+
+    QString type;
+    QString name;
+    // An absolute URL.
+    QString url;
+
+    // Decodes a JSON array of objects with "type", "name" and "url". All or nothing: throws HostError
+    // naming the first bad entry, so a half-understood list is never stored.
+    static QList<Resource> decodeList(const QByteArray& json);
+
+    friend bool operator==(const Resource&, const Resource&) = default;
+};
+
+} // namespace VendelHost
