@@ -24,6 +24,8 @@ public:
 
     // Asks the application to end after the current event; works before and during the event loop.
     virtual void terminate() = 0;
+    // True once terminate() has been asked for; the application is then on its way out.
+    virtual bool terminationRequested() const = 0;
     // Runs work later on the main thread, from its event loop.
     virtual void postToMainThread(std::function<void()> work) = 0;
     // The application's windows, in their list order.

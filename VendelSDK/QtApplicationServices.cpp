@@ -1,9 +1,7 @@
-// Application services on top of QCoreApplication and, when there is one, the GUI window list.
+// Application services on top of QCoreApplication, which needs no display and no GUI libraries.
 #include "QtApplicationServices.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
-#include <QWindow>
 
 namespace VendelSDK {
 
@@ -46,14 +44,7 @@ void QtApplicationServices::postToMainThread(std::function<void()> work)
 
 QList<WindowState> QtApplicationServices::windows() const
 {
-    QList<WindowState> states;
-    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
-        return states;
-    }
-    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
-        states.append({window->isVisible(), window->windowStates().testFlag(Qt::WindowMinimized)});
-    }
-    return states;
+    return {};
 }
 
 void QtApplicationServices::finishLaunchingWhenLoopStarts()

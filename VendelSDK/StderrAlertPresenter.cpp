@@ -5,6 +5,7 @@ namespace VendelSDK {
 
 int StderrAlertPresenter::runModal(const Alert& alert)
 {
+    ++m_shownCount;
     std::fputs(alert.messageText.toUtf8().constData(), m_stream);
     std::fputc('\n', m_stream);
     if (!alert.informativeText.isEmpty()) {

@@ -14,8 +14,12 @@ public:
 
     int runModal(const Alert& alert) override;
 
+    // How many alerts were written; a headless launch that showed one did not do what it was asked.
+    int shownCount() const { return m_shownCount; }
+
 private:
     std::FILE* m_stream;
+    int m_shownCount = 0;
 };
 
 } // namespace VendelSDK

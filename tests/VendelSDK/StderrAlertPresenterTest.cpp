@@ -43,6 +43,17 @@ private Q_SLOTS:
                              {QStringLiteral("OK")}}),
                  QByteArray("This plugin must be run by Vendel app.\n"));
     }
+
+    void countsEveryAlertItWrote()
+    {
+        std::FILE* stream = std::tmpfile();
+        StderrAlertPresenter presenter(stream);
+        QCOMPARE(presenter.shownCount(), 0);
+        presenter.runModal(Alert{QStringLiteral("First"), QString(), {}});
+        presenter.runModal(Alert{QStringLiteral("Second"), QString(), {}});
+        std::fclose(stream);
+        QCOMPARE(presenter.shownCount(), 2);
+    }
 };
 
 QTEST_GUILESS_MAIN(StderrAlertPresenterTest)

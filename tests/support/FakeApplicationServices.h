@@ -13,6 +13,7 @@ class FakeApplicationServices final : public ApplicationServices
 
 public:
     void terminate() override { ++terminateRequests; }
+    bool terminationRequested() const override { return terminateRequests > 0; }
     void postToMainThread(std::function<void()> work) override
     {
         QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);

@@ -1,0 +1,21 @@
+// Reads the window list of the GUI application; kept apart so that a run never loads the GUI libraries.
+#include "QtGuiApplicationServices.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+namespace VendelSDK {
+
+QList<WindowState> QtGuiApplicationServices::windows() const
+{
+    QList<WindowState> states;
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        return states;
+    }
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        states.append({window->isVisible(), window->windowStates().testFlag(Qt::WindowMinimized)});
+    }
+    return states;
+}
+
+} // namespace VendelSDK
