@@ -1,4 +1,5 @@
 // The Linux backends of the platform seams.
+#include "DBusLaunchChannel.h"
 #include "MusicApplication.h"
 #include "TellScriptEngine.h"
 #include "VendelHostApplication.h"
@@ -17,6 +18,11 @@ std::unique_ptr<ScriptEngine> makePlatformScriptEngine()
     engine->registerApplication(QStringLiteral("Vendel"), std::make_unique<VendelHostApplication>());
     engine->registerApplication(QStringLiteral("Music"), makeMusicApplication());
     return engine;
+}
+
+std::unique_ptr<LaunchChannel> makePlatformLaunchChannel()
+{
+    return std::make_unique<DBusLaunchChannel>();
 }
 
 std::unique_ptr<UrlOpener> makePlatformUrlOpener()

@@ -1,0 +1,24 @@
+// Where no single-instance channel exists, every launch serves itself.
+#include "VendelSDK/LaunchChannel.h"
+
+namespace VendelSDK {
+
+namespace {
+
+class UnavailableLaunchChannel final : public LaunchChannel
+{
+public:
+    Role claim(const QString&, const std::optional<QString>&, LaunchReceiver) override
+    {
+        return Role::running;
+    }
+};
+
+} // namespace
+
+std::unique_ptr<LaunchChannel> makePlatformLaunchChannel()
+{
+    return std::make_unique<UnavailableLaunchChannel>();
+}
+
+} // namespace VendelSDK
