@@ -1,0 +1,65 @@
+// Finds and loads the windowed module before any application object exists.
+#include "UiModule.h"
+
+#include "UiModuleInfo.h"
+
+#include <QLibrary>
+
+#include <filesystem>
+#include <system_error>
+
+namespace MusicPlugin::UiModule {
+
+namespace {
+
+QString environment(const char* name)
+{
+    return qEnvironmentVariable(name);
+}
+
+// The executable's folder, read before QCoreApplication exists and can tell it.
+std::filesystem::path executableFolder(const char* argv0)
+{
+    std::error_code error;
+    const auto self = std::filesystem::canonical("/proc/self/exe", error);
+    if (!error) {
+        return self.parent_path();
+    }
+    const auto fromArgument = std::filesystem::weakly_canonical(argv0 ? argv0 : "", error);
+    return error ? std::filesystem::path() : fromArgument.parent_path();
+}
+
+} // namespace
+
+bool displayAvailable()
+{
+    // A platform chosen explicitly (offscreen in tests, say) counts as a display.
+    return !environment("QT_QPA_PLATFORM").isEmpty() || !environment("WAYLAND_DISPLAY").isEmpty() ||
+           !environment("DISPLAY").isEmpty();
+}
+
+std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv, QString& error)
+{
+    QString path = environment("VENDEL_UI_MODULE");
+    if (path.isEmpty()) {
+        // Next to the executable in a build tree; in the library folder once installed.
+        const auto folder = executableFolder(argc > 0 ? argv[0] : nullptr);
+        auto candidate = folder / VENDEL_UI_MODULE_FILE;
+        if (!std::filesystem::exists(candidate)) {
+            candidate = folder.parent_path() / "lib" / "vendel-music-plugin" / VENDEL_UI_MODULE_FILE;
+        }
+        path = QString::fromStdString(candidate.string());
+    }
+    // The module lives as long as the process: its code runs until the end.
+    auto* module = new QLibrary(path);
+    module->setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    const auto entry = reinterpret_cast<EntryPoint>(module->resolve(entryPointName));
+    if (!entry) {
+        error = module->errorString();
+        delete module;
+        return nullptr;
+    }
+    return std::unique_ptr<QCoreApplication>(entry(argc, argv));
+}
+
+} // namespace MusicPlugin::UiModule

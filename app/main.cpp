@@ -1,0 +1,73 @@
+// The plugin's process entry: the application object, the single instance, and the launch URL, which is
+// dispatched before launching finishes so that the start-up check knows a handler ran.
+#include "AppBundle.h"
+#include "AppDelegate.h"
+#include "UiModule.h"
+
+#include "VendelSDK/LaunchChannel.h"
+#include "VendelSDK/Platform.h"
+#include "VendelSDK/QtApplicationServices.h"
+#include "VendelSDK/StderrAlertPresenter.h"
+
+#include <cstdio>
+
+using namespace MusicPlugin;
+using namespace VendelSDK;
+
+int main(int argc, char* argv[])
+{
+    // With a display the whole application is windowed, alerts included; without one it stays at the
+    // core level, and alerts go to standard error.
+    std::unique_ptr<QCoreApplication> app;
+    if (UiModule::displayAvailable()) {
+        QString error;
+        app = UiModule::createApplication(argc, argv, error);
+        if (!app) {
+            std::fprintf(stderr, "The windows are not available (%s); going on without them.\n",
+                         error.toLocal8Bit().constData());
+        }
+    }
+    const StderrAlertPresenter* headlessAlerts = nullptr;
+    if (!app) {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+        auto presenter = std::make_unique<StderrAlertPresenter>();
+        headlessAlerts = presenter.get();
+        Platform::setAlertPresenter(std::move(presenter));
+        Platform::setApplicationServices(std::make_unique<QtApplicationServices>());
+    }
+    Platform::setMainBundle(appBundle());
+    const Bundle& bundle = Platform::mainBundle();
+    QCoreApplication::setApplicationName(bundle.infoText(Bundle::nameKey));
+    QCoreApplication::setApplicationVersion(bundle.infoText(Bundle::shortVersionKey));
+
+    // The host passes the launch URL as the only argument.
+    const QStringList arguments = QCoreApplication::arguments();
+    const std::optional<QString> url =
+        arguments.size() > 1 ? std::optional<QString>(arguments.at(1)) : std::nullopt;
+
+    AppDelegate* delegate = nullptr;
+    const auto channel = makePlatformLaunchChannel();
+    const auto role =
+        channel->claim(bundle.identifier(), url, [&delegate](const std::optional<QString>& later) {
+            return delegate != nullptr && delegate->acceptLaunch(later);
+        });
+    if (role == LaunchChannel::Role::forwarded) {
+        return 0;
+    }
+
+    int status = 0;
+    {
+        AppDelegate appDelegate;
+        delegate = &appDelegate;
+        appDelegate.handleGetURLEvent(url);
+        if (auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices())) {
+            services->finishLaunchingWhenLoopStarts();
+        }
+        status = app->exec();
+        delegate = nullptr;
+    }
+    const bool alertShown = headlessAlerts != nullptr && headlessAlerts->shownCount() > 0;
+    // Backends go before the application object that some of them depend on.
+    Platform::reset();
+    return alertShown ? 1 : status;
+}
