@@ -7,6 +7,8 @@
 #include "VendelSDK/Platform.h"
 #include "VendelSDK/VendelAPI.h"
 
+#include "TestHostProcess.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -14,14 +16,10 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QTest>
 
-#include <csignal>
-
-#include <sys/prctl.h>
-
 using namespace VendelSDK;
+using namespace VendelSDK::Testing;
 using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(VendelSDK::ScriptOutcome)
@@ -73,39 +71,6 @@ std::unique_ptr<TellScriptEngine> makeEngine(std::optional<std::chrono::millisec
 ScriptOutcome tell(const QString& source)
 {
     return makeEngine()->execute(source);
-}
-
-bool isHostRunning()
-{
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(hostName).value();
-}
-
-// Calls the stand-in host's control interface and hands back the reply, errors included.
-QDBusMessage control(const QString& method, const QVariantList& arguments = {})
-{
-    QDBusMessage call = QDBusMessage::createMethodCall(hostName, QStringLiteral("/org/vendel/Test"),
-                                                       QStringLiteral("org.vendel.test.HostControl"), method);
-    call.setArguments(arguments);
-    return QDBusConnection::sessionBus().call(call);
-}
-
-bool controlled(const QString& method, const QVariantList& arguments = {})
-{
-    const QDBusMessage reply = control(method, arguments);
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        qWarning("Control call %s failed: %s", qPrintable(method), qPrintable(reply.errorMessage()));
-        return false;
-    }
-    return true;
-}
-
-QList<QStringList> hostCalls()
-{
-    const QDBusMessage reply = control(QStringLiteral("Calls"));
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().size() != 1) {
-        return {{QStringLiteral("(the host's call log could not be read)")}};
-    }
-    return qdbus_cast<QList<QStringList>>(reply.arguments().constFirst());
 }
 
 QString getConfigSource(const QString& actionID = QStringLiteral("A-1"))
@@ -167,37 +132,10 @@ class VendelHostApplicationTest : public QObject
     Q_OBJECT
 
 private:
-    bool startHost()
-    {
-        if (m_host.state() == QProcess::Running && isHostRunning()) {
-            return true;
-        }
-        m_host.setProgram(QStringLiteral(VENDEL_TEST_HOST_SERVICE));
-        m_host.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        // Should the test crash, the host goes with it instead of holding the test's output open.
-        m_host.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
-        m_host.start();
-        if (!m_host.waitForStarted(10000)) {
-            return false;
-        }
-        return QTest::qWaitFor([this] { return isHostRunning() || m_host.state() != QProcess::Running; },
-                               10000) &&
-               isHostRunning();
-    }
+    bool startHost() { return m_host.start(); }
+    bool stopHost() { return m_host.stop(); }
 
-    bool stopHost()
-    {
-        if (m_host.state() != QProcess::NotRunning) {
-            m_host.terminate();
-            if (!m_host.waitForFinished(10000)) {
-                m_host.kill();
-                m_host.waitForFinished(10000);
-            }
-        }
-        return QTest::qWaitFor([] { return !isHostRunning(); }, 10000);
-    }
-
-    QProcess m_host;
+    TestHostProcess m_host;
 
 private Q_SLOTS:
     void initTestCase() { qDBusRegisterMetaType<QList<QStringList>>(); }
@@ -205,7 +143,7 @@ private Q_SLOTS:
     void init()
     {
         QVERIFY2(startHost(), "the stand-in host did not claim its name");
-        QVERIFY(controlled(QStringLiteral("Reset")));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Reset")));
     }
 
     void cleanup() { Platform::reset(); }
@@ -237,7 +175,7 @@ private Q_SLOTS:
         QFETCH(QStringList, call);
         QFETCH(ScriptOutcome, expected);
         QCOMPARE(tell(source), expected);
-        QCOMPARE(hostCalls(), QList<QStringList>{call});
+        QCOMPARE(TestHostProcess::calls(), QList<QStringList>{call});
     }
 
     void textAnswersComeBackUnchanged_data()
@@ -261,13 +199,14 @@ private Q_SLOTS:
         QFETCH(QString, source);
         QFETCH(QString, method);
         QFETCH(QString, text);
-        QVERIFY(controlled(QStringLiteral("AnswerText"), {method, text}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerText"), {method, text}));
         QCOMPARE(tell(source), ScriptOutcome(text));
     }
 
     void anEmptyTextIsAResultNotNoResult()
     {
-        QVERIFY(controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), QString()}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                            {QStringLiteral("GetConfig"), QString()}));
         const ScriptOutcome outcome = tell(getConfigSource());
         QVERIFY2(std::holds_alternative<QString>(outcome), qPrintable(describe(outcome)));
         QVERIFY(std::get<QString>(outcome).isEmpty());
@@ -286,7 +225,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, source);
         QFETCH(QString, method);
-        QVERIFY(controlled(QStringLiteral("AnswerNothing"), {method}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerNothing"), {method}));
         QCOMPARE(tell(source), ScriptOutcome(ScriptNoResult{}));
     }
 
@@ -304,14 +243,15 @@ private Q_SLOTS:
         QFETCH(QString, source);
         QFETCH(QString, method);
         const QString message = QStringLiteral("The host refused “%1”.").arg(method);
-        QVERIFY(controlled(QStringLiteral("AnswerError"),
-                           {method, QStringLiteral("org.vendel.test.Error.Refused"), message}));
+        QVERIFY(
+            TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                        {method, QStringLiteral("org.vendel.test.Error.Refused"), message}));
         QCOMPARE(tell(source), ScriptOutcome(failure(VendelHostApplication::hostFailed, message)));
     }
 
     void aHostErrorWithoutMessageFailsWithItsName()
     {
-        QVERIFY(controlled(
+        QVERIFY(TestHostProcess::controlled(
             QStringLiteral("AnswerError"),
             {QStringLiteral("GetConfig"), QStringLiteral("org.vendel.test.Error.Quiet"), QString()}));
         QCOMPARE(tell(getConfigSource()),
@@ -320,22 +260,22 @@ private Q_SLOTS:
 
     void anUnknownPluginIsNoResult()
     {
-        QVERIFY(
-            controlled(QStringLiteral("AnswerError"), {QStringLiteral("GetPathOfPlugin"),
-                                                       QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
-                                                       QStringLiteral("No plugin “org.x”.")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                            {QStringLiteral("GetPathOfPlugin"),
+                                             QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
+                                             QStringLiteral("No plugin “org.x”.")}));
         QCOMPARE(tell(*VendelAPI::getPathOfPluginCommand(QStringLiteral("org.x"))),
                  ScriptOutcome(ScriptNoResult{}));
-        QCOMPARE(hostCalls(),
+        QCOMPARE(TestHostProcess::calls(),
                  (QList<QStringList>{{QStringLiteral("GetPathOfPlugin"), QStringLiteral("org.x")}}));
     }
 
     void noSuchPluginFromAnotherMethodIsAFailure()
     {
-        QVERIFY(
-            controlled(QStringLiteral("AnswerError"),
-                       {QStringLiteral("GetConfig"), QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
-                        QStringLiteral("No plugin.")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                            {QStringLiteral("GetConfig"),
+                                             QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
+                                             QStringLiteral("No plugin.")}));
         QCOMPARE(tell(getConfigSource()), ScriptOutcome(failure(-10000, QStringLiteral("No plugin."))));
     }
 
@@ -356,14 +296,15 @@ private Q_SLOTS:
 
     void aFrozenHostTimesOutWithAppleEventTimedOut()
     {
-        QVERIFY(controlled(QStringLiteral("Freeze"), {QStringLiteral("GetConfig")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Freeze"), {QStringLiteral("GetConfig")}));
         QElapsedTimer clock;
         clock.start();
         const ScriptOutcome outcome = makeEngine(300ms)->execute(getConfigSource());
         // Far below the bus's default of 25 seconds: the short time-out, not the default, ended the wait.
         QVERIFY2(clock.elapsed() < 10000, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(outcome, ScriptOutcome(failure(-1712, QStringLiteral("AppleEvent timed out."))));
-        QCOMPARE(hostCalls(), (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("A-1")}}));
+        QCOMPARE(TestHostProcess::calls(),
+                 (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("A-1")}}));
     }
 
     void configTextWithQuotesAndBackslashesArrivesUnchanged_data()
@@ -383,7 +324,7 @@ private Q_SLOTS:
         QCOMPARE(tell(*VendelAPI::setConfigCommand(config, QStringLiteral("A-1"))),
                  ScriptOutcome(ScriptNoResult{}));
         QCOMPARE(tell(*VendelAPI::setGlobalConfigCommand(config, bundleID)), ScriptOutcome(ScriptNoResult{}));
-        QCOMPARE(hostCalls(),
+        QCOMPARE(TestHostProcess::calls(),
                  (QList<QStringList>{{QStringLiteral("SetConfig"), config, QStringLiteral("A-1")},
                                      {QStringLiteral("SetGlobalConfig"), config, bundleID}}));
     }
@@ -391,7 +332,7 @@ private Q_SLOTS:
     void installPluginLetsTheHostIdentifyTheCaller()
     {
         QCOMPARE(tell(VendelAPI::installPluginCommand()), ScriptOutcome(ScriptNoResult{}));
-        const QDBusMessage reply = control(QStringLiteral("LastCallerPid"));
+        const QDBusMessage reply = TestHostProcess::control(QStringLiteral("LastCallerPid"));
         QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
         QCOMPARE(reply.arguments().value(0).toLongLong(), QCoreApplication::applicationPid());
     }
@@ -400,7 +341,8 @@ private Q_SLOTS:
     {
         QCOMPARE(makePlatformScriptEngine()->execute(getConfigSource(QStringLiteral("B-7"))),
                  ScriptOutcome(QStringLiteral("{\"action\":\"pause\"}")));
-        QCOMPARE(hostCalls(), (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("B-7")}}));
+        QCOMPARE(TestHostProcess::calls(),
+                 (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("B-7")}}));
     }
 
     void repliesReadAsOutcomes_data()
@@ -461,7 +403,7 @@ private Q_SLOTS:
         QCOMPARE(api.getConfig(QStringLiteral("A-1")), QStringLiteral("{\"action\":\"pause\"}"));
         QCOMPARE(api.getGlobalConfig(), QStringLiteral("{\"global\":1}"));
         QCOMPARE(api.getPluginFolderPath(), QStringLiteral("/home/test/.local/share/vendel/plugins"));
-        QCOMPARE(hostCalls(),
+        QCOMPARE(TestHostProcess::calls(),
                  (QList<QStringList>{{QStringLiteral("SetConfig"), trickyConfig, QStringLiteral("A-1")},
                                      {QStringLiteral("SetGlobalConfig"), trickyConfig, bundleID},
                                      {QStringLiteral("GetConfig"), QStringLiteral("A-1")},
@@ -472,10 +414,10 @@ private Q_SLOTS:
     void vendelApiGetPathOfPluginIsNothingForAnUnknownPlugin()
     {
         Platform::setScriptEngine(makeEngine());
-        QVERIFY(
-            controlled(QStringLiteral("AnswerError"), {QStringLiteral("GetPathOfPlugin"),
-                                                       QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
-                                                       QStringLiteral("No plugin.")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                            {QStringLiteral("GetPathOfPlugin"),
+                                             QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"),
+                                             QStringLiteral("No plugin.")}));
         VendelAPI api;
         std::optional<QString> path = QStringLiteral("(not asked)");
         QCOMPARE(thrownCode([&] { path = api.getPathOfPlugin(QStringLiteral("org.x")); }),
@@ -488,17 +430,19 @@ private Q_SLOTS:
         Platform::setScriptEngine(makeEngine());
         VendelAPI api;
         QVERIFY(api.isPluginInstalled(QStringLiteral("/opt/plugins/music")));
-        QVERIFY(controlled(QStringLiteral("AnswerText"),
-                           {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("false")}));
+        QVERIFY(TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("false")}));
         QVERIFY(!api.isPluginInstalled(QStringLiteral("/opt/plugins/music")));
     }
 
     void vendelApiReportsAFailingHostAsCouldNotRunScript()
     {
         Platform::setScriptEngine(makeEngine());
-        QVERIFY(controlled(QStringLiteral("AnswerError"),
-                           {QStringLiteral("InstallPlugin"), QStringLiteral("org.vendel.test.Error.Refused"),
-                            QStringLiteral("Refused.")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                            {QStringLiteral("InstallPlugin"),
+                                             QStringLiteral("org.vendel.test.Error.Refused"),
+                                             QStringLiteral("Refused.")}));
         VendelAPI api;
         QCOMPARE(thrownCode([&] { api.installPlugin(); }),
                  std::optional<qint64>(static_cast<qint64>(SdkErrorCode::couldNotRunScript)));
@@ -510,7 +454,7 @@ private Q_SLOTS:
     void vendelApiReportsNoAnswerAsCouldNotReadScriptOutput()
     {
         Platform::setScriptEngine(makeEngine());
-        QVERIFY(controlled(QStringLiteral("AnswerNothing"), {QStringLiteral("GetConfig")}));
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("AnswerNothing"), {QStringLiteral("GetConfig")}));
         VendelAPI api;
         QCOMPARE(thrownCode([&] { api.getConfig(QStringLiteral("A-1")); }),
                  std::optional<qint64>(static_cast<qint64>(SdkErrorCode::couldNotReadScriptOutput)));
