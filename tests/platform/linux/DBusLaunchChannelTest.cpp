@@ -1,0 +1,146 @@
+// Tests the single instance over a private session bus: the first launch runs, later ones hand over.
+#include "linux/DBusLaunchChannel.h"
+
+#include <QDBusConnection>
+#include <QTest>
+#include <QThread>
+
+#include <atomic>
+
+using namespace VendelSDK;
+
+namespace {
+
+const QString applicationID = QStringLiteral("org.vendel.test.LaunchChannel");
+using Urls = QList<std::optional<QString>>;
+
+// A later launch, on its own connection and thread, as a second process would make it.
+class LaterLaunch
+{
+public:
+    LaterLaunch(std::optional<QString> url, int takeOverTimeoutMs = 25000)
+        : m_thread(QThread::create([this, url, takeOverTimeoutMs] {
+              const QString connectionName = QStringLiteral("later-launch");
+              {
+                  DBusLaunchChannel channel(
+                      QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName),
+                      takeOverTimeoutMs);
+                  role = channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
+              }
+              QDBusConnection::disconnectFromBus(connectionName);
+          }))
+    {
+        m_thread->start();
+    }
+    ~LaterLaunch() { m_thread->wait(); }
+
+    bool finished() const { return m_thread->isFinished(); }
+
+    std::atomic<LaunchChannel::Role> role{LaunchChannel::Role::running};
+
+private:
+    std::unique_ptr<QThread> m_thread;
+};
+
+} // namespace
+
+class DBusLaunchChannelTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstLaunchBecomesTheRunningInstance()
+    {
+        DBusLaunchChannel channel;
+        QCOMPARE(channel.claim(applicationID, QStringLiteral("vendelplugin://run/A"), {}),
+                 LaunchChannel::Role::running);
+    }
+
+    void laterLaunchHandsItsUrlToTheRunningInstance()
+    {
+        DBusLaunchChannel running;
+        Urls received;
+        QCOMPARE(running.claim(applicationID, std::nullopt,
+                               [&](const std::optional<QString>& url) {
+                                   received.append(url);
+                                   return true;
+                               }),
+                 LaunchChannel::Role::running);
+
+        LaterLaunch later(QStringLiteral("vendelplugin://edit/B"));
+        QTRY_VERIFY(later.finished());
+        QCOMPARE(later.role.load(), LaunchChannel::Role::forwarded);
+        QCOMPARE(received, Urls{QStringLiteral("vendelplugin://edit/B")});
+    }
+
+    void laterLaunchWithoutUrlHandsOverNoUrl()
+    {
+        DBusLaunchChannel running;
+        Urls received;
+        running.claim(applicationID, std::nullopt, [&](const std::optional<QString>& url) {
+            received.append(url);
+            return true;
+        });
+
+        LaterLaunch later(std::nullopt);
+        QTRY_VERIFY(later.finished());
+        QCOMPARE(later.role.load(), LaunchChannel::Role::forwarded);
+        QCOMPARE(received, Urls{std::nullopt});
+    }
+
+    void refusedLaunchTakesOverWhenTheRunningInstanceEnds()
+    {
+        auto running = std::make_unique<DBusLaunchChannel>();
+        Urls refused;
+        running->claim(applicationID, std::nullopt, [&](const std::optional<QString>& url) {
+            refused.append(url);
+            return false;
+        });
+
+        LaterLaunch later(QStringLiteral("vendelplugin://run/C"));
+        QTRY_COMPARE(refused, Urls{QStringLiteral("vendelplugin://run/C")});
+        QVERIFY(!later.finished());
+        running.reset();
+        QTRY_VERIFY(later.finished());
+        QCOMPARE(later.role.load(), LaunchChannel::Role::running);
+    }
+
+    void refusedLaunchGoesOnAloneWhenTheRunningInstanceNeverEnds()
+    {
+        DBusLaunchChannel running;
+        running.claim(applicationID, std::nullopt, [](const std::optional<QString>&) { return false; });
+
+        LaterLaunch later(QStringLiteral("vendelplugin://run/D"), 200);
+        QTRY_VERIFY(later.finished());
+        QCOMPARE(later.role.load(), LaunchChannel::Role::running);
+    }
+
+    void launchBeforeTheReceiverIsSetIsRefused()
+    {
+        LaunchService service;
+        QVERIFY(!service.Launch({QStringLiteral("vendelplugin://run/E")}));
+        service.receiver = [](const std::optional<QString>&) { return true; };
+        QVERIFY(service.Launch({QStringLiteral("vendelplugin://run/E")}));
+        QVERIFY(!service.Launch({QStringLiteral("a"), QStringLiteral("b")}));
+    }
+
+    void busNameKeepsAValidIdentifier()
+    {
+        QCOMPARE(DBusLaunchChannel::busName(QStringLiteral("org.vendel.MusicPlugin")),
+                 QStringLiteral("org.vendel.MusicPlugin"));
+    }
+
+    void busNameCleansWhatABusNameCannotHold()
+    {
+        QCOMPARE(DBusLaunchChannel::busName(QStringLiteral("com.example.9lives")),
+                 QStringLiteral("com.example._9lives"));
+        QCOMPARE(DBusLaunchChannel::busName(QStringLiteral("my plugin")),
+                 QStringLiteral("org.vendel.plugin.my_plugin"));
+        QCOMPARE(DBusLaunchChannel::busName(QStringLiteral("a..b")), QStringLiteral("a._.b"));
+        QCOMPARE(DBusLaunchChannel::busName(QString()), QStringLiteral("org.vendel.plugin._"));
+        QCOMPARE(DBusLaunchChannel::busName(QString(300, QLatin1Char('x')) + QStringLiteral(".y")).size(), 255);
+    }
+};
+
+QTEST_GUILESS_MAIN(DBusLaunchChannelTest)
+#include "DBusLaunchChannelTest.moc"
