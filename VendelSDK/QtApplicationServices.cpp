@@ -34,7 +34,13 @@ void QtApplicationServices::endEventLoop()
         m_terminated = true;
         Q_EMIT willTerminate();
     }
+    m_ended = true;
     QCoreApplication::exit(0);
+}
+
+int QtApplicationServices::exec()
+{
+    return m_ended ? 0 : QCoreApplication::exec();
 }
 
 void QtApplicationServices::postToMainThread(std::function<void()> work)

@@ -20,12 +20,17 @@ public:
 
     // Announces that launching has finished once the event loop runs, after queued launch work.
     void finishLaunchingWhenLoopStarts();
+    // Runs the application's event loop, unless the application already ended: a loop nested before it
+    // (a modal alert shown while dispatching the launch URL) may have carried out the termination, and
+    // the exit it asked for does not reach a loop that starts afterwards.
+    int exec();
 
 private:
     void endEventLoop();
 
     bool m_terminating = false;
     bool m_terminated = false;
+    bool m_ended = false;
 };
 
 } // namespace VendelSDK

@@ -60,10 +60,13 @@ int main(int argc, char* argv[])
         AppDelegate appDelegate;
         delegate = &appDelegate;
         appDelegate.handleGetURLEvent(url);
-        if (auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices())) {
+        auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices());
+        if (services != nullptr) {
             services->finishLaunchingWhenLoopStarts();
+            status = services->exec();
+        } else {
+            status = app->exec();
         }
-        status = app->exec();
         delegate = nullptr;
     }
     const bool alertShown = headlessAlerts != nullptr && headlessAlerts->shownCount() > 0;

@@ -1,6 +1,7 @@
 // Tests termination before and during the event loop, the will-terminate hook and main-thread work.
 #include "VendelSDK/QtApplicationServices.h"
 
+#include <QEventLoop>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
@@ -66,6 +67,19 @@ private Q_SLOTS:
         worker->wait();
         delete worker;
         QTRY_COMPARE(ranOn, QCoreApplication::instance()->thread());
+    }
+
+    void terminationCarriedOutInALoopNestedBeforeTheEventLoopEndsTheApplication()
+    {
+        QtApplicationServices services;
+        services.terminate();
+        // A modal alert's loop, shown while the launch URL is dispatched, runs the queued termination.
+        QEventLoop alertLoop;
+        QTimer::singleShot(5000, &alertLoop, [&] { alertLoop.exit(1); });
+        QCOMPARE(alertLoop.exec(), 0);
+        // Were the event loop entered now, nothing would end it but this timer.
+        QTimer::singleShot(5000, QCoreApplication::instance(), [] { QCoreApplication::exit(7); });
+        QCOMPARE(services.exec(), 0);
     }
 
     void aCoreApplicationListsNoWindows()
