@@ -1,0 +1,260 @@
+// Tests the built plugin executable end to end: a stand-in host on a private bus, and a real, private MPD.
+#include "MpdTestServer.h"
+#include "TestHostProcess.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFileInfo>
+#include <QLocalServer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/prctl.h>
+
+using namespace VendelSDK::Testing;
+
+namespace {
+
+const QString plugin = QStringLiteral(VENDEL_MUSIC_PLUGIN);
+const QStringList focusSongs{QStringLiteral("focus/one.wav"), QStringLiteral("focus/two.wav")};
+const QStringList eveningSongs{QStringLiteral("evening/dusk.wav")};
+
+// One launch of the plugin, as the host makes it: the URL as the only argument.
+struct Launch
+{
+    int exitCode = -1;
+    QProcess::ExitStatus exitStatus = QProcess::CrashExit;
+    QString standardError;
+    QString standardOutput;
+};
+
+} // namespace
+
+class VendelMusicPluginTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    // The plugin's environment: this test's bus and MPD, and no display unless one is asked for.
+    QProcessEnvironment environment(bool withDisplay = false, const QString& mpdHost = QString()) const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("DISPLAY"));
+        env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        if (withDisplay) {
+            env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+            env.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeFolder.path());
+        }
+        env.insert(QStringLiteral("MPD_HOST"), mpdHost.isEmpty() ? m_mpd.socketPath() : mpdHost);
+        env.insert(QStringLiteral("VENDEL_MUSIC"), QStringLiteral("mpd"));
+        return env;
+    }
+
+    void startPlugin(QProcess& process, const QStringList& arguments, const QProcessEnvironment& env) const
+    {
+        process.setProgram(plugin);
+        process.setArguments(arguments);
+        process.setProcessEnvironment(env);
+        process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        process.start();
+    }
+
+    Launch launch(const QStringList& arguments, const QProcessEnvironment& env) const
+    {
+        QProcess process;
+        startPlugin(process, arguments, env);
+        Launch result;
+        if (!process.waitForFinished(30000)) {
+            process.kill();
+            process.waitForFinished();
+            result.standardError = QStringLiteral("(did not end)");
+            return result;
+        }
+        result.exitCode = process.exitCode();
+        result.exitStatus = process.exitStatus();
+        result.standardError = QString::fromUtf8(process.readAllStandardError());
+        result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
+        return result;
+    }
+
+    Launch run(const QString& actionID, const QString& record) const
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), record});
+        return launch({QStringLiteral("vendelplugin://run/") + actionID}, environment());
+    }
+
+    static QStringList methods()
+    {
+        QStringList names;
+        for (const QStringList& call : TestHostProcess::calls()) {
+            names.append(call.value(0));
+        }
+        return names;
+    }
+
+    MpdTestServer m_mpd;
+    TestHostProcess m_host;
+    // A windowed application wants a private runtime folder, as a desktop session gives it.
+    QTemporaryDir m_runtimeFolder;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY2(QFileInfo(plugin).isExecutable(), qPrintable(plugin));
+        QVERIFY(QFile::setPermissions(m_runtimeFolder.path(),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        for (const QString& song : focusSongs + eveningSongs) {
+            m_mpd.addSong(song);
+        }
+        m_mpd.addPlaylist(QStringLiteral("Focus"), focusSongs);
+        m_mpd.addPlaylist(QStringLiteral("Evening"), eveningSongs);
+        QVERIFY2(m_mpd.start(), qPrintable(m_mpd.errorString()));
+    }
+
+    void init()
+    {
+        QVERIFY(m_mpd.reset());
+        QVERIFY(m_host.start());
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Reset")));
+    }
+
+    void runOfAShuffledPlaylistPlaysItWithRandomOnAndExits()
+    {
+        const QString record = QStringLiteral("{\"action\":0,\"name\":\"Focus\",\"shouldShuffle\":true}");
+        const Launch result = run(QStringLiteral("F1"), record);
+        QCOMPARE(result.standardError, QString());
+        QCOMPARE(result.exitStatus, QProcess::NormalExit);
+        QCOMPARE(result.exitCode, 0);
+        const auto status = m_mpd.status();
+        QVERIFY(status);
+        QCOMPARE(status->state, QStringLiteral("play"));
+        QVERIFY(status->random);
+        QCOMPARE(m_mpd.queue().value_or(QStringList{}), focusSongs);
+        // The record is read first and written back, unchanged, when the run ends.
+        QCOMPARE(TestHostProcess::calls(),
+                 (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("F1")},
+                                     {QStringLiteral("SetConfig"), record, QStringLiteral("F1")}}));
+    }
+
+    void runOfAPauseRecordPauses()
+    {
+        QVERIFY(m_mpd.playStoredPlaylist(QStringLiteral("Evening")));
+        const Launch result =
+            run(QStringLiteral("P1"), QStringLiteral("{\"action\":1,\"shouldShuffle\":false}"));
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.standardError, QString());
+        QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("pause"));
+    }
+
+    void recordWithoutANameSaysSoAndNothingReachesTheMusicPlayer()
+    {
+        // A listener where the player would be: any connection at all would show here.
+        QTemporaryDir folder;
+        QLocalServer listener;
+        QVERIFY(listener.listen(folder.filePath(QStringLiteral("player"))));
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"), QStringLiteral("{\"action\":0,\"shouldShuffle\":true}")});
+        const Launch result =
+            launch({QStringLiteral("vendelplugin://run/N1")}, environment(false, listener.fullServerName()));
+        QCOMPARE(result.standardError, QStringLiteral("Playlist could not be read\n"));
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY(!listener.hasPendingConnections());
+        QVERIFY(!listener.waitForNewConnection(0));
+    }
+
+    void withTheHostDownBothAlertsAppearInOrder()
+    {
+        QVERIFY(m_host.stop());
+        const Launch result = launch({QStringLiteral("vendelplugin://run/H1")}, environment());
+        QCOMPARE(result.exitCode, 1);
+        const auto providerAlert =
+            result.standardError.indexOf(QStringLiteral("Could not read action data in Vendel."));
+        const auto runAlert =
+            result.standardError.indexOf(QStringLiteral("Could not read action configuration"));
+        QVERIFY2(providerAlert == 0, qPrintable(result.standardError));
+        QVERIFY2(runAlert > providerAlert, qPrintable(result.standardError));
+        QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("stop"));
+    }
+
+    void runWhileAnEditorIsOpenIsHandledByTheRunningProcessWhichThenEnds()
+    {
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"), QStringLiteral("{\"action\":1,\"shouldShuffle\":false}")});
+        QProcess editor;
+        startPlugin(editor, {QStringLiteral("vendelplugin://edit/E1")}, environment(true));
+        QVERIFY(editor.waitForStarted());
+        const qint64 editorPid = editor.processId();
+        // The editor's process is the running instance once it holds the plugin's name on the bus.
+        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::sessionBus()
+                                         .interface()
+                                         ->isServiceRegistered(QStringLiteral("org.vendel.MusicPlugin"))
+                                         .value() ||
+                                     editor.state() == QProcess::NotRunning,
+                                 20000);
+        QVERIFY(!editor.waitForFinished(300));
+
+        QVERIFY(m_mpd.playStoredPlaylist(QStringLiteral("Evening")));
+        const Launch second = launch({QStringLiteral("vendelplugin://run/R1")}, environment(true));
+        QCOMPARE(second.exitCode, 0);
+        QCOMPARE(second.standardError, QString());
+
+        QVERIFY(editor.waitForFinished(20000));
+        QCOMPARE(editor.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("pause"));
+        // The run was read by the editor's process, not by the second launch.
+        QVERIFY(TestHostProcess::calls().contains(
+            QStringList{QStringLiteral("GetConfig"), QStringLiteral("R1")}));
+        QCOMPARE(TestHostProcess::control(QStringLiteral("LastCallerPid")).arguments().value(0).toLongLong(),
+                 editorPid);
+    }
+
+    void runCommandUrlStopsTheProcessNamingTheMissingAction()
+    {
+        const Launch result = launch({QStringLiteral("vendelplugin://runCommand")}, environment());
+        QCOMPARE(result.exitStatus, QProcess::CrashExit);
+        QVERIFY2(result.standardError.contains(
+                     QStringLiteral("Fatal error: Edit Global Configuration action not implemented yet.")),
+                 qPrintable(result.standardError));
+    }
+
+    void startedByHandWhileInstalledSaysItMustBeRunByTheHost()
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                    {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("true")});
+        const Launch result = launch({}, environment());
+        QCOMPARE(result.standardError, QStringLiteral("This plugin must be run by Vendel app.\n"));
+        QCOMPARE(result.exitCode, 1);
+        // The host is asked about the executable's canonical path.
+        QCOMPARE(TestHostProcess::calls(), (QList<QStringList>{{QStringLiteral("IsPluginInstalledAtPath"),
+                                                                QFileInfo(plugin).canonicalFilePath()}}));
+    }
+
+    void startedByHandWhileNotInstalledInstallsItself()
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                    {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("false")});
+        const Launch result = launch({}, environment());
+        QCOMPARE(result.standardError, QString());
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(methods(),
+                 (QStringList{QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("InstallPlugin")}));
+    }
+
+    void startedByAUrlWithoutIdentifierRunsTheStartUpCheck()
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                    {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("true")});
+        const Launch result = launch({QStringLiteral("vendelplugin://run")}, environment());
+        QCOMPARE(result.standardError, QStringLiteral("This plugin must be run by Vendel app.\n"));
+        QCOMPARE(methods(), QStringList{QStringLiteral("IsPluginInstalledAtPath")});
+    }
+};
+
+QTEST_GUILESS_MAIN(VendelMusicPluginTest)
+#include "VendelMusicPluginTest.moc"
