@@ -3,8 +3,8 @@
 
 #include "CommandUrl.h"
 #include "HostError.h"
+#include "HostResource.h"
 #include "HostStorage.h"
-#include "Resource.h"
 
 namespace VendelHost {
 
@@ -24,13 +24,13 @@ QStringList CommandUrlHandler::handle(const QString& urlText)
 
 QStringList CommandUrlHandler::addResources(const QByteArray& list)
 {
-    const QList<Resource> resources = Resource::decodeList(list);
+    const QList<HostResource> resources = HostResource::decodeList(list);
     m_storage.addResources(resources);
     if (resources.isEmpty()) {
         return {QStringLiteral("No resources to add.")};
     }
     QStringList lines;
-    for (const Resource& resource : resources) {
+    for (const HostResource& resource : resources) {
         lines.append(QStringLiteral("Added %1 \"%2\": %3").arg(resource.type, resource.name, resource.url));
     }
     return lines;

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QJsonDocument>
+#include <QTimer>
 
 using namespace std::chrono_literals;
 
@@ -18,6 +19,7 @@ namespace {
 
 // A run plays or pauses and quits at once; one that takes this long is stuck, not slow.
 constexpr auto runTimeout = 60s;
+constexpr auto busCheckInterval = 1s;
 
 } // namespace
 
@@ -233,7 +235,7 @@ int HostCli::listPlugins()
 
 int HostCli::listResources()
 {
-    for (const Resource& resource : storage().resources()) {
+    for (const HostResource& resource : storage().resources()) {
         m_out << resource.type << '\t' << resource.name << '\t' << resource.url << '\n';
     }
     return success;
@@ -251,8 +253,18 @@ int HostCli::openCommandUrl(const QString& url)
 int HostCli::serve()
 {
     HostService service(storage());
-    service.serveOn(QDBusConnection::sessionBus());
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    service.serveOn(bus);
     QuitOnSignal quitOnSignal;
+    // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.
+    QTimer busWatch;
+    busWatch.callOnTimeout([&] {
+        if (!bus.isConnected()) {
+            m_err << "vendel-host: the session bus has gone away." << Qt::endl;
+            QCoreApplication::quit();
+        }
+    });
+    busWatch.start(busCheckInterval);
     return QCoreApplication::exec();
 }
 

@@ -81,19 +81,27 @@ QString HostStorage::pluginFolder() const
 
 namespace {
 
+// SQLite's own words say what went wrong; Qt's wrapper text adds nothing for a person.
+QString reason(const QSqlError& error)
+{
+    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+}
+
 // Runs one statement on the connection; a failure becomes a sentence that names the database.
 QSqlQuery run(const QString& connectionName, const QString& path, const QString& statement,
               const QVariantList& values = {})
 {
     QSqlQuery query(QSqlDatabase::database(connectionName, false));
     if (!query.prepare(statement)) {
-        throw HostError(QStringLiteral("Cannot use the database %1: %2").arg(path, query.lastError().text()));
+        throw HostError(
+            QStringLiteral("Cannot use the database %1: %2.").arg(path, reason(query.lastError())));
     }
     for (const QVariant& value : values) {
         query.addBindValue(value);
     }
     if (!query.exec()) {
-        throw HostError(QStringLiteral("Cannot use the database %1: %2").arg(path, query.lastError().text()));
+        throw HostError(
+            QStringLiteral("Cannot use the database %1: %2.").arg(path, reason(query.lastError())));
     }
     return query;
 }
@@ -122,8 +130,8 @@ void HostStorage::open()
     database.setDatabaseName(databasePath());
     database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs));
     if (!database.open()) {
-        throw HostError(QStringLiteral("Cannot open the database %1: %2")
-                            .arg(databasePath(), database.lastError().text()));
+        throw HostError(QStringLiteral("Cannot open the database %1: %2.")
+                            .arg(databasePath(), reason(database.lastError())));
     }
 
     // A write-ahead log lets the CLI read while the service writes; a full sync makes a committed write
@@ -253,10 +261,10 @@ QList<HostStorage::Plugin> HostStorage::plugins() const
     return plugins;
 }
 
-void HostStorage::addResources(const QList<Resource>& resources)
+void HostStorage::addResources(const QList<HostResource>& resources)
 {
     write([&] {
-        for (const Resource& resource : resources) {
+        for (const HostResource& resource : resources) {
             run(m_connectionName, databasePath(),
                 QStringLiteral("INSERT INTO resources (type, name, url) VALUES (?, ?, ?)"),
                 {resource.type, resource.name, resource.url});
@@ -264,11 +272,11 @@ void HostStorage::addResources(const QList<Resource>& resources)
     });
 }
 
-QList<Resource> HostStorage::resources() const
+QList<HostResource> HostStorage::resources() const
 {
     QSqlQuery query = run(m_connectionName, databasePath(),
                           QStringLiteral("SELECT type, name, url FROM resources ORDER BY position"));
-    QList<Resource> resources;
+    QList<HostResource> resources;
     while (query.next()) {
         resources.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});
     }

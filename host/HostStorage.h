@@ -1,7 +1,7 @@
 // Keeps the host's actions, global configurations, installed plugins and received resources in SQLite.
 #pragma once
 
-#include "Resource.h"
+#include "HostResource.h"
 
 #include <QList>
 #include <QString>
@@ -64,8 +64,8 @@ public:
     std::optional<Plugin> pluginWithPath(const QString& path) const;
     QList<Plugin> plugins() const;
 
-    void addResources(const QList<Resource>& resources);
-    QList<Resource> resources() const;
+    void addResources(const QList<HostResource>& resources);
+    QList<HostResource> resources() const;
 
 private:
     void open();

@@ -1,5 +1,5 @@
 // Strict decoding of resource lists: exact type names, text values, absolute URLs.
-#include "Resource.h"
+#include "HostResource.h"
 
 #include "HostError.h"
 
@@ -34,11 +34,11 @@ QString entryError(qsizetype position, const QString& reason)
 
 } // namespace
 
-const QStringList Resource::types{QStringLiteral("file"),        QStringLiteral("folder"),
-                                  QStringLiteral("website"),     QStringLiteral("terminal"),
-                                  QStringLiteral("application"), QStringLiteral("url")};
+const QStringList HostResource::types{QStringLiteral("file"),        QStringLiteral("folder"),
+                                      QStringLiteral("website"),     QStringLiteral("terminal"),
+                                      QStringLiteral("application"), QStringLiteral("url")};
 
-QList<Resource> Resource::decodeList(const QByteArray& json)
+QList<HostResource> HostResource::decodeList(const QByteArray& json)
 {
     // The JSON parser reads "\/" as "/", so both spellings of a slash come out the same.
     QJsonParseError parseError;
@@ -52,7 +52,7 @@ QList<Resource> Resource::decodeList(const QByteArray& json)
         throw HostError(QStringLiteral("The resource list is not a JSON array."));
     }
 
-    QList<Resource> resources;
+    QList<HostResource> resources;
     const QJsonArray list = document.array();
     for (qsizetype position = 0; position < list.size(); ++position) {
         const QJsonValue entry = list.at(position);
@@ -60,7 +60,7 @@ QList<Resource> Resource::decodeList(const QByteArray& json)
             throw HostError(entryError(position, QStringLiteral("not a JSON object.")));
         }
         const QJsonObject object = entry.toObject();
-        Resource resource;
+        HostResource resource;
         for (const auto& [key, field] : {std::pair{QStringLiteral("type"), &resource.type},
                                          std::pair{QStringLiteral("name"), &resource.name},
                                          std::pair{QStringLiteral("url"), &resource.url}}) {

@@ -8,7 +8,7 @@
 
 namespace VendelHost {
 
-struct Resource
+struct HostResource
 {
     // The kinds a plugin may send, as their JSON texts.
     static const QStringList types;
@@ -20,9 +20,9 @@ struct Resource
 
     // Decodes a JSON array of objects with "type", "name" and "url". All or nothing: throws HostError
     // naming the first bad entry, so a half-understood list is never stored.
-    static QList<Resource> decodeList(const QByteArray& json);
+    static QList<HostResource> decodeList(const QByteArray& json);
 
-    friend bool operator==(const Resource&, const Resource&) = default;
+    friend bool operator==(const HostResource&, const HostResource&) = default;
 };
 
 } // namespace VendelHost

@@ -1,0 +1,340 @@
+// Tests the vendel-host command line as people and scripts use it: a real process on a temporary folder.
+#include "HostProcess.h"
+#include "HostStorage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace VendelHost;
+using namespace VendelHost::Testing;
+
+namespace {
+
+const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
+const QString stubName = QStringLiteral("stub");
+
+} // namespace
+
+class HostCliTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_host = std::make_unique<HostProcess>(dataDirectory());
+        qputenv("VENDEL_STUB_RECORD", recordPath().toUtf8());
+        qunsetenv("VENDEL_STUB_EXIT");
+    }
+
+    void cleanup()
+    {
+        m_host.reset();
+        m_directory.reset();
+    }
+
+    void helpNamesEveryCommand()
+    {
+        const auto result = m_host->run({QStringLiteral("--help")});
+        QCOMPARE(result.exitCode, 0);
+        for (const char* command :
+             {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>", "config get",
+              "config set", "plugins", "resources", "open", "serve", "VENDEL_HOST_DATA_DIR"}) {
+            QVERIFY2(result.out.contains(QLatin1String(command)), command);
+        }
+    }
+
+    void wrongCommandLinesAreUsageErrors_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, QStringList arguments, const char* expected) {
+            QTest::newRow(name) << arguments << QString::fromLatin1(expected);
+        };
+        row("nothing", {}, "no command given");
+        row("unknown", {QStringLiteral("frobnicate")}, "unknown command \"frobnicate\"");
+        row("run without id", {QStringLiteral("run")}, "usage: vendel-host run <id>");
+        row("run with two", {QStringLiteral("run"), QStringLiteral("a"), QStringLiteral("b")},
+            "usage: vendel-host run");
+        row("edit without id", {QStringLiteral("edit")}, "usage: vendel-host edit");
+        row("configure without plugin", {QStringLiteral("configure")}, "usage: vendel-host configure");
+        row("config alone", {QStringLiteral("config")}, "usage: vendel-host config");
+        row("config get without id", {QStringLiteral("config"), QStringLiteral("get")},
+            "usage: vendel-host config");
+        row("config set without json", {QStringLiteral("config"), QStringLiteral("set"), QStringLiteral("x")},
+            "usage: vendel-host config");
+        row("config other", {QStringLiteral("config"), QStringLiteral("del"), QStringLiteral("x")},
+            "usage: vendel-host config");
+        row("action alone", {QStringLiteral("action")}, "usage: vendel-host action new");
+        row("action new alone", {QStringLiteral("action"), QStringLiteral("new")},
+            "usage: vendel-host action new");
+        row("action old", {QStringLiteral("action"), QStringLiteral("old"), QStringLiteral("x")},
+            "usage: vendel-host action new");
+        row("action new bad option",
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"), QStringLiteral("--edit")},
+            "usage: vendel-host action new");
+        row("plugins with argument", {QStringLiteral("plugins"), QStringLiteral("x")},
+            "usage: vendel-host plugins");
+        row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
+            "usage: vendel-host serve");
+        row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
+    }
+
+    void wrongCommandLinesAreUsageErrors()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expected);
+        const auto result = m_host->run(arguments);
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY2(result.err.contains(expected), qPrintable(result.err));
+        QVERIFY(result.err.contains(QStringLiteral("vendel-host --help")));
+        QVERIFY(result.out.isEmpty());
+    }
+
+    void aNewActionNeedsAnInstalledPlugin()
+    {
+        const auto result =
+            m_host->run({QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("nope")});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("There is no plugin \"nope\"")), qPrintable(result.err));
+        QVERIFY(storage().actions().isEmpty());
+    }
+
+    void aNewActionIsPrintedAndOpenedInItsEditor()
+    {
+        installStub(stub);
+        const auto result = m_host->run({QStringLiteral("action"), QStringLiteral("new"), stubName});
+        QCOMPARE(result.exitCode, 0);
+        const QString id = result.out.trimmed();
+        QVERIFY2(QRegularExpression(QStringLiteral("^[0-9a-f-]{36}$")).match(id).hasMatch(),
+                 qPrintable(result.out));
+        QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\n").arg(id));
+        const auto listed = m_host->run({QStringLiteral("actions")});
+        QCOMPARE(listed.out, QStringLiteral("%1\tstub\t\n").arg(id));
+    }
+
+    void aNewActionWithoutEditorLaunchesNothing()
+    {
+        // A plugin whose executable is gone would fail any launch, so success shows none was tried.
+        installStub(m_directory->filePath(QStringLiteral("gone")));
+        QCOMPARE(m_host->run({QStringLiteral("action"), QStringLiteral("new"), stubName}).exitCode, 1);
+        const auto result = m_host->run(
+            {QStringLiteral("action"), QStringLiteral("new"), stubName, QStringLiteral("--no-edit")});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(storage().actions().size(), 2);
+    }
+
+    void configIsSetAndReadBackExactly()
+    {
+        const QString id = newAction();
+        const QString json =
+            QStringLiteral("{\"action\":0,\"name\":\"Ünï \\\"mix\\\" \\\\\",\"shouldShuffle\":true}");
+        QCOMPARE(m_host->run({QStringLiteral("config"), QStringLiteral("set"), id, json}).exitCode, 0);
+        const auto result = m_host->run({QStringLiteral("config"), QStringLiteral("get"), id});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out, json + u'\n');
+        QCOMPARE(storage().action(id)->config, json);
+    }
+
+    void invalidJsonIsRefusedAndTheOldValueKept_data()
+    {
+        QTest::addColumn<QString>("json");
+        QTest::newRow("unterminated") << QStringLiteral("{\"action\":");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("trailing text") << QStringLiteral("{} {}");
+        QTest::newRow("bare word") << QStringLiteral("pause");
+        QTest::newRow("single quotes") << QStringLiteral("{'action':1}");
+    }
+
+    void invalidJsonIsRefusedAndTheOldValueKept()
+    {
+        QFETCH(QString, json);
+        const QString id = newAction();
+        QCOMPARE(
+            m_host
+                ->run({QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":1}")})
+                .exitCode,
+            0);
+        const auto result = m_host->run({QStringLiteral("config"), QStringLiteral("set"), id, json});
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY2(result.err.contains(QStringLiteral("not a valid JSON object or array")),
+                 qPrintable(result.err));
+        QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
+    }
+
+    void anUnknownActionIsReported_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("config get") << QStringList{QStringLiteral("config"), QStringLiteral("get"),
+                                                   QStringLiteral("nope")};
+        QTest::newRow("config set") << QStringList{QStringLiteral("config"), QStringLiteral("set"),
+                                                   QStringLiteral("nope"), QStringLiteral("{}")};
+        QTest::newRow("run") << QStringList{QStringLiteral("run"), QStringLiteral("nope")};
+        QTest::newRow("edit") << QStringList{QStringLiteral("edit"), QStringLiteral("nope")};
+    }
+
+    void anUnknownActionIsReported()
+    {
+        QFETCH(QStringList, arguments);
+        const auto result = m_host->run(arguments);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("There is no action \"nope\"")), qPrintable(result.err));
+        QVERIFY(storage().actions().isEmpty());
+        QVERIFY(record().isEmpty());
+    }
+
+    void runStartsThePluginWithTheRunUrlAndWaits()
+    {
+        const QString id = newAction();
+        const auto result = m_host->run({QStringLiteral("run"), id});
+        QCOMPARE(result.exitCode, 0);
+        // The run was waited for, so what the plugin did is there the moment the command ends.
+        QCOMPARE(record(), QStringLiteral("vendelplugin://run/%1\n").arg(id));
+    }
+
+    void aFailedRunIsReported()
+    {
+        const QString id = newAction();
+        qputenv("VENDEL_STUB_EXIT", "4");
+        const auto result = m_host->run({QStringLiteral("run"), id});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("exit status 4")), qPrintable(result.err));
+    }
+
+    void aRunWhosePluginIsGoneIsReported()
+    {
+        const QString id = newAction();
+        installStub(m_directory->filePath(QStringLiteral("gone")));
+        const auto result = m_host->run({QStringLiteral("run"), id});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("is missing; install the plugin again")),
+                 qPrintable(result.err));
+    }
+
+    void editAndConfigureOpenThePlugin()
+    {
+        const QString id = newAction();
+        QCOMPARE(m_host->run({QStringLiteral("edit"), id}).exitCode, 0);
+        QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\n").arg(id));
+        QCOMPARE(m_host->run({QStringLiteral("configure"), stubName}).exitCode, 0);
+        QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\nvendelplugin://configure\n").arg(id));
+        const auto unknown = m_host->run({QStringLiteral("configure"), QStringLiteral("nope")});
+        QCOMPARE(unknown.exitCode, 1);
+        QVERIFY2(unknown.err.contains(QStringLiteral("There is no plugin \"nope\"")),
+                 qPrintable(unknown.err));
+    }
+
+    void pluginsAreListedByNameAndExecutable()
+    {
+        QCOMPARE(m_host->run({QStringLiteral("plugins")}).out, QString());
+        installStub(stub);
+        const auto result = m_host->run({QStringLiteral("plugins")});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out, QStringLiteral("stub\t%1\n").arg(stub));
+    }
+
+    void openAddsResourcesAndRefusesMalformedUrls()
+    {
+        const QString url =
+            QStringLiteral("vendel://add-resources/"
+                           "%5B%7B%22type%22:%22folder%22,%22name%22:%22Docs%22,%22url%22:%22file:%5C/%5C/"
+                           "%5C/tmp%5C/docs%22%7D%5D");
+        const auto added = m_host->run({QStringLiteral("open"), url});
+        QCOMPARE(added.exitCode, 0);
+        QCOMPARE(added.out, QStringLiteral("Added folder \"Docs\": file:///tmp/docs\n"));
+
+        const auto malformed =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendel://add-resources/%5B%7B")});
+        QCOMPARE(malformed.exitCode, 1);
+        QVERIFY2(malformed.err.contains(QStringLiteral("not JSON")), qPrintable(malformed.err));
+        const auto unknown = m_host->run({QStringLiteral("open"), QStringLiteral("vendel://ping/x")});
+        QCOMPARE(unknown.exitCode, 1);
+        QVERIFY2(unknown.err.contains(QStringLiteral("Unknown command \"ping\"")), qPrintable(unknown.err));
+
+        QCOMPARE(m_host->run({QStringLiteral("resources")}).out,
+                 QStringLiteral("folder\tDocs\tfile:///tmp/docs\n"));
+    }
+
+    void anUnusableDataFolderIsReported()
+    {
+        const QString file = m_directory->filePath(QStringLiteral("file"));
+        QFile(file).open(QIODevice::WriteOnly);
+        HostProcess host(file);
+        for (const QStringList& arguments :
+             {QStringList{QStringLiteral("actions")}, QStringList{QStringLiteral("serve")},
+              QStringList{QStringLiteral("config"), QStringLiteral("set"), QStringLiteral("x"),
+                          QStringLiteral("{}")}}) {
+            const auto result = host.run(arguments);
+            QCOMPARE(result.exitCode, 1);
+            QVERIFY2(result.err.contains(QStringLiteral("Cannot use the data folder %1").arg(file)),
+                     qPrintable(result.err));
+        }
+    }
+
+    void anUnwritableDatabaseIsReportedAndLosesNothing()
+    {
+        const QString id = newAction();
+        QCOMPARE(
+            m_host
+                ->run({QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":1}")})
+                .exitCode,
+            0);
+        const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
+
+        // Root writes whatever the permissions say, so the write is tried as nobody instead.
+        QStringList prefix;
+        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
+                                                               QFile::ExeOwner | QFile::ReadOther |
+                                                               QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                           QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
+        if (::geteuid() == 0) {
+            prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                      QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+        }
+        const auto result = m_host->run(
+            {QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":0}")}, prefix);
+        QVERIFY(
+            QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner));
+
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(database), qPrintable(result.err));
+        QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
+    }
+
+private:
+    QString dataDirectory() const { return m_directory->filePath(QStringLiteral("data")); }
+    QString recordPath() const { return m_directory->filePath(QStringLiteral("record")); }
+
+    QString record() const
+    {
+        QFile file(recordPath());
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    // Opened for each look, so that no connection of the test's is open while the host runs.
+    HostStorage storage() const { return HostStorage(dataDirectory()); }
+
+    void installStub(const QString& path) { HostStorage(dataDirectory()).recordPlugin({stubName, path}); }
+
+    QString newAction()
+    {
+        installStub(stub);
+        return HostStorage(dataDirectory()).createAction(stubName);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<HostProcess> m_host;
+};
+
+QTEST_GUILESS_MAIN(HostCliTest)
+#include "HostCliTest.moc"

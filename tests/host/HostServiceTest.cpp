@@ -1,0 +1,331 @@
+// Tests the served host over a private session bus: each method, installs by bus credentials, concurrent
+// writers, durability across kill -9, the plugin's own client, and activation on demand.
+#include "HostProcess.h"
+#include "HostStorage.h"
+
+#include "linux/TellScriptEngine.h"
+#include "linux/VendelHostApplication.h"
+
+#include "VendelSDK/Bundle.h"
+#include "VendelSDK/Platform.h"
+#include "VendelSDK/VendelAPI.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+using namespace VendelHost;
+using namespace VendelHost::Testing;
+
+namespace {
+
+const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
+
+QDBusMessage methodCall(const QString& method, const QVariantList& arguments)
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host"),
+                                       QStringLiteral("org.vendel.Host1"), method);
+    message.setArguments(arguments);
+    return message;
+}
+
+QDBusMessage call(const QString& method, const QVariantList& arguments = {},
+                  QDBusConnection bus = QDBusConnection::sessionBus())
+{
+    return bus.call(methodCall(method, arguments));
+}
+
+// The one text of a reply, or a description of what came instead.
+QString text(const QDBusMessage& reply)
+{
+    if (reply.type() == QDBusMessage::ErrorMessage) {
+        return QStringLiteral("error %1: %2").arg(reply.errorName(), reply.errorMessage());
+    }
+    if (reply.arguments().size() != 1) {
+        return QStringLiteral("%1 arguments").arg(reply.arguments().size());
+    }
+    return reply.arguments().constFirst().toString();
+}
+
+bool isEmptyReply(const QDBusMessage& reply)
+{
+    return reply.type() == QDBusMessage::ReplyMessage && reply.arguments().isEmpty();
+}
+
+} // namespace
+
+class HostServiceTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_host = std::make_unique<HostProcess>(dataDirectory());
+        QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
+    }
+
+    void cleanup()
+    {
+        VendelSDK::Platform::reset();
+        // A normal exit after SIGTERM also lets the sanitizers check the host for leaks.
+        if (m_host->server().state() == QProcess::Running) {
+            QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
+        }
+        QTRY_VERIFY(!HostProcess::isHostOnBus());
+        m_host.reset();
+        m_directory.reset();
+    }
+
+    void configIsKeptPerAction()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {id})), QString());
+        const QString json = QStringLiteral("{\"name\":\"Ünï \\\"x\\\"\"}");
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {json, id})));
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {id})), json);
+        QCOMPARE(HostStorage(dataDirectory()).action(id)->config, json);
+    }
+
+    void anUnknownActionHasNoConfigAndTakesNone()
+    {
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {QStringLiteral("nope")})), QString());
+        const QDBusMessage reply =
+            call(QStringLiteral("SetConfig"), {QStringLiteral("{}"), QStringLiteral("nope")});
+        QCOMPARE(reply.errorName(), QStringLiteral("org.vendel.Host1.Error.NoSuchAction"));
+        QVERIFY(reply.errorMessage().contains(QStringLiteral("nope")));
+        QVERIFY(HostStorage(dataDirectory()).actions().isEmpty());
+    }
+
+    void globalConfigIsKeptPerBundle()
+    {
+        QCOMPARE(text(call(QStringLiteral("GetGlobalConfig"), {QStringLiteral("org.vendel.a")})), QString());
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetGlobalConfig"),
+                                  {QStringLiteral("{\"a\":1}"), QStringLiteral("org.vendel.a")})));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetGlobalConfig"),
+                                  {QStringLiteral("{\"b\":2}"), QStringLiteral("org.vendel.b")})));
+        QCOMPARE(text(call(QStringLiteral("GetGlobalConfig"), {QStringLiteral("org.vendel.a")})),
+                 QStringLiteral("{\"a\":1}"));
+        QCOMPARE(call(QStringLiteral("SetGlobalConfig"), {QStringLiteral("{}"), QString()}).errorName(),
+                 QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    }
+
+    void thePluginFolderIsInTheDataFolder()
+    {
+        QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"))),
+                 dataDirectory() + QStringLiteral("/plugins"));
+    }
+
+    void theCallerIsInstalledFromItsBusCredentials()
+    {
+        QVERIFY(isEmptyReply(call(QStringLiteral("InstallPlugin"))));
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        const QString name = QFileInfo(self).fileName();
+        QCOMPARE(text(call(QStringLiteral("GetPathOfPlugin"), {name})), self);
+        QCOMPARE(text(call(QStringLiteral("IsPluginInstalledAtPath"), {self})), QStringLiteral("true"));
+        QCOMPARE(text(call(QStringLiteral("IsPluginInstalledAtPath"),
+                           {dataDirectory() + QStringLiteral("/plugins/") + name})),
+                 QStringLiteral("true"));
+        QCOMPARE(text(call(QStringLiteral("IsPluginInstalledAtPath"), {stub})), QStringLiteral("false"));
+        QCOMPARE(text(call(QStringLiteral("IsPluginInstalledAtPath"), {QString()})), QStringLiteral("false"));
+
+        const QDBusMessage unknown = call(QStringLiteral("GetPathOfPlugin"), {QStringLiteral("nope")});
+        QCOMPARE(unknown.errorName(), QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin"));
+    }
+
+    void anotherProcessIsInstalledAsItself()
+    {
+        QProcess plugin;
+        plugin.setProcessEnvironment(m_host->environment());
+        plugin.setProcessChannelMode(QProcess::MergedChannels);
+        plugin.start(stub, {});
+        QVERIFY(plugin.waitForFinished(30000));
+        QVERIFY2(plugin.exitCode() == 0, plugin.readAll().constData());
+        const auto installed = HostStorage(dataDirectory()).plugin(QFileInfo(stub).fileName());
+        QVERIFY(installed);
+        QCOMPARE(installed->path, QFileInfo(stub).canonicalFilePath());
+        QCOMPARE(text(call(QStringLiteral("IsPluginInstalledAtPath"), {stub})), QStringLiteral("true"));
+    }
+
+    // The plugin's own client, with its command texts and reply handling, against the real host.
+    void thePluginsClientReadsAndWritesThroughTheHost()
+    {
+        using namespace VendelSDK;
+        auto engine = std::make_unique<TellScriptEngine>();
+        engine->registerApplication(QStringLiteral("Vendel"), std::make_unique<VendelHostApplication>());
+        Platform::setScriptEngine(std::move(engine));
+        Platform::setMainBundle(Bundle(stub, QStringLiteral("org.vendel.stub"), {}));
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("stub"));
+
+        VendelAPI api;
+        const QString json = QStringLiteral("{\"name\":\"A \\\"quoted\\\" \\\\ name\"}");
+        api.setConfig(json, id);
+        QCOMPARE(api.getConfig(id), json);
+        api.setGlobalConfig(json);
+        QCOMPARE(HostStorage(dataDirectory()).globalConfig(QStringLiteral("org.vendel.stub")), json);
+        QCOMPARE(api.getGlobalConfig(), json);
+        QCOMPARE(api.getPluginFolderPath(), dataDirectory() + QStringLiteral("/plugins"));
+        QVERIFY(!api.isPluginInstalled(stub));
+        QVERIFY(!api.getPathOfPlugin(QStringLiteral("nope")));
+        api.installPlugin();
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        QVERIFY(api.isPluginInstalled(self));
+        QCOMPARE(api.getPathOfPlugin(QFileInfo(self).fileName()), std::optional<QString>(self));
+    }
+
+    void twoClientsSetConfigAtTheSameTime()
+    {
+        HostStorage storage(dataDirectory());
+        const QString shared = storage.createAction(QStringLiteral("music"));
+        const QStringList own{storage.createAction(QStringLiteral("music")),
+                              storage.createAction(QStringLiteral("music"))};
+        QList<QDBusConnection> clients;
+        for (int client = 0; client < 2; ++client) {
+            clients.append(QDBusConnection::connectToBus(QDBusConnection::SessionBus,
+                                                         QStringLiteral("client%1").arg(client)));
+            QVERIFY(clients.last().isConnected());
+        }
+
+        // Every call of both clients is on its way before the first reply is looked at.
+        constexpr int calls = 50;
+        QList<QDBusPendingCall> pending;
+        for (int index = 0; index < calls; ++index) {
+            for (int client = 0; client < 2; ++client) {
+                const QString value = QStringLiteral("{\"client\":%1,\"n\":%2}").arg(client).arg(index);
+                pending.append(
+                    clients[client].asyncCall(methodCall(QStringLiteral("SetConfig"), {value, shared})));
+                pending.append(
+                    clients[client].asyncCall(methodCall(QStringLiteral("SetConfig"), {value, own[client]})));
+            }
+        }
+        for (QDBusPendingCall& reply : pending) {
+            reply.waitForFinished();
+            QVERIFY2(!reply.isError(), qPrintable(reply.error().message()));
+        }
+        for (int client = 0; client < 2; ++client) {
+            QCOMPARE(text(call(QStringLiteral("GetConfig"), {own[client]})),
+                     QStringLiteral("{\"client\":%1,\"n\":%2}").arg(client).arg(calls - 1));
+            QDBusConnection::disconnectFromBus(QStringLiteral("client%1").arg(client));
+        }
+        const QString last = text(call(QStringLiteral("GetConfig"), {shared}));
+        QVERIFY2(last == QStringLiteral("{\"client\":0,\"n\":49}") ||
+                     last == QStringLiteral("{\"client\":1,\"n\":49}"),
+                 qPrintable(last));
+        QCOMPARE(storage.action(shared)->config, last);
+    }
+
+    void aRepliedWriteSurvivesKillMinusNine()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        for (int round = 0; round < 3; ++round) {
+            const QString value = QStringLiteral("{\"round\":%1}").arg(round);
+            QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {value, id})));
+            QVERIFY(isEmptyReply(
+                call(QStringLiteral("SetGlobalConfig"), {value, QStringLiteral("org.vendel.x")})));
+            m_host->kill();
+            QCOMPARE(m_host->server().exitStatus(), QProcess::CrashExit);
+            QTRY_VERIFY(!HostProcess::isHostOnBus());
+            QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
+            QCOMPARE(text(call(QStringLiteral("GetConfig"), {id})), value);
+            QCOMPARE(text(call(QStringLiteral("GetGlobalConfig"), {QStringLiteral("org.vendel.x")})), value);
+        }
+    }
+
+    void aSecondHostLeavesTheFirstInPlace()
+    {
+        const auto second = HostProcess(dataDirectory()).run({QStringLiteral("serve")});
+        QCOMPARE(second.exitCode, 1);
+        QVERIFY2(second.err.contains(QStringLiteral("Another host already serves org.vendel.Host")),
+                 qPrintable(second.err));
+        QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"))),
+                 dataDirectory() + QStringLiteral("/plugins"));
+    }
+
+    // A bus of its own whose only service directory is the build's: the first call starts the host, which
+    // ends again when that bus goes away.
+    void theBusStartsTheHostOnDemand()
+    {
+        const QString busDirectory = m_directory->filePath(QStringLiteral("bus"));
+        QVERIFY(QDir().mkpath(busDirectory));
+        const QString configPath = busDirectory + QStringLiteral("/session.conf");
+        {
+            QFile config(configPath);
+            QVERIFY(config.open(QIODevice::WriteOnly));
+            config.write(
+                QStringLiteral(
+                    "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+                    " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+                    "<busconfig>\n  <type>session</type>\n  <listen>unix:dir=%1</listen>\n"
+                    "  <servicedir>%2</servicedir>\n"
+                    "  <policy context=\"default\">\n"
+                    "    <allow send_destination=\"*\" eavesdrop=\"true\"/>\n"
+                    "    <allow eavesdrop=\"true\"/>\n"
+                    "    <allow own=\"*\"/>\n"
+                    "  </policy>\n"
+                    "</busconfig>\n")
+                    .arg(busDirectory, QStringLiteral(VENDEL_HOST_SERVICE_DIRECTORY))
+                    .toUtf8());
+        }
+        const QString activatedData = m_directory->filePath(QStringLiteral("activated"));
+        QProcess daemon;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("VENDEL_HOST_DATA_DIR"), activatedData);
+        daemon.setProcessEnvironment(environment);
+        daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        daemon.start(QStringLiteral("dbus-daemon"),
+                     {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
+                      QStringLiteral("--config-file=") + configPath});
+        QVERIFY(daemon.waitForStarted());
+        QTRY_VERIFY(daemon.canReadLine());
+        const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
+
+        qint64 hostPid = 0;
+        {
+            QDBusConnection bus = QDBusConnection::connectToBus(address, QStringLiteral("own bus"));
+            QVERIFY2(bus.isConnected(), qPrintable(bus.lastError().message()));
+            QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"), {}, bus)),
+                     activatedData + QStringLiteral("/plugins"));
+            hostPid = bus.interface()->servicePid(QStringLiteral("org.vendel.Host")).value();
+            QVERIFY(hostPid > 0);
+            QVERIFY(hostPid != m_host->server().processId());
+        }
+        QDBusConnection::disconnectFromBus(QStringLiteral("own bus"));
+
+        daemon.terminate();
+        QVERIFY(daemon.waitForFinished());
+        const QString stat = QStringLiteral("/proc/%1/stat").arg(hostPid);
+        QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(stat) || processState(stat) == 'Z', 20000);
+    }
+
+private:
+    QString dataDirectory() const { return m_directory->filePath(QStringLiteral("data")); }
+
+    static char processState(const QString& statPath)
+    {
+        QFile file(statPath);
+        if (!file.open(QIODevice::ReadOnly)) {
+            return 0;
+        }
+        const QByteArray line = file.readAll();
+        const qsizetype end = line.lastIndexOf(')');
+        return end >= 0 && end + 2 < line.size() ? line.at(end + 2) : 0;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<HostProcess> m_host;
+};
+
+QTEST_GUILESS_MAIN(HostServiceTest)
+#include "HostServiceTest.moc"
