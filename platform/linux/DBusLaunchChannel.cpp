@@ -29,11 +29,18 @@ DBusLaunchChannel::DBusLaunchChannel(QDBusConnection connection, int takeOverTim
 
 DBusLaunchChannel::~DBusLaunchChannel()
 {
+    // Launches handed over from now on find no object and wait for the name instead.
     if (m_connection.isConnected()) {
         m_connection.unregisterObject(QString::fromLatin1(objectPath));
-        if (!m_name.isEmpty()) {
-            m_connection.interface()->unregisterService(m_name);
-        }
+    }
+}
+
+void DBusLaunchChannel::release()
+{
+    m_service.receiver = nullptr;
+    if (m_connection.isConnected() && !m_name.isEmpty()) {
+        m_connection.interface()->unregisterService(m_name);
+        m_name.clear();
     }
 }
 

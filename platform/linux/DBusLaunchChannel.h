@@ -29,7 +29,11 @@ class DBusLaunchChannel final : public LaunchChannel
 public:
     explicit DBusLaunchChannel(QDBusConnection connection = QDBusConnection::sessionBus(),
                                int takeOverTimeoutMs = 25000);
+    // Keeps the bus name: the bus releases it when the process ends, without a round trip at exit.
     ~DBusLaunchChannel() override;
+
+    // Gives up the bus name now, so that a queued launch takes over while this process goes on.
+    void release();
 
     Role claim(const QString& applicationID, const std::optional<QString>& url,
                LaunchReceiver receiver) override;

@@ -25,7 +25,8 @@ public:
                   DBusLaunchChannel channel(
                       QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName),
                       takeOverTimeoutMs);
-                  role = channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
+                  role =
+                      channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
               }
               QDBusConnection::disconnectFromBus(connectionName);
           }))
@@ -90,9 +91,9 @@ private Q_SLOTS:
 
     void refusedLaunchTakesOverWhenTheRunningInstanceEnds()
     {
-        auto running = std::make_unique<DBusLaunchChannel>();
+        DBusLaunchChannel running;
         Urls refused;
-        running->claim(applicationID, std::nullopt, [&](const std::optional<QString>& url) {
+        running.claim(applicationID, std::nullopt, [&](const std::optional<QString>& url) {
             refused.append(url);
             return false;
         });
@@ -100,7 +101,7 @@ private Q_SLOTS:
         LaterLaunch later(QStringLiteral("vendelplugin://run/C"));
         QTRY_COMPARE(refused, Urls{QStringLiteral("vendelplugin://run/C")});
         QVERIFY(!later.finished());
-        running.reset();
+        running.release();
         QTRY_VERIFY(later.finished());
         QCOMPARE(later.role.load(), LaunchChannel::Role::running);
     }
@@ -138,7 +139,8 @@ private Q_SLOTS:
                  QStringLiteral("org.vendel.plugin.my_plugin"));
         QCOMPARE(DBusLaunchChannel::busName(QStringLiteral("a..b")), QStringLiteral("a._.b"));
         QCOMPARE(DBusLaunchChannel::busName(QString()), QStringLiteral("org.vendel.plugin._"));
-        QCOMPARE(DBusLaunchChannel::busName(QString(300, QLatin1Char('x')) + QStringLiteral(".y")).size(), 255);
+        QCOMPARE(DBusLaunchChannel::busName(QString(300, QLatin1Char('x')) + QStringLiteral(".y")).size(),
+                 255);
     }
 };
 
