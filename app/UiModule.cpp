@@ -50,13 +50,13 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv, QStr
         }
         path = QString::fromStdString(candidate.string());
     }
-    // The module lives as long as the process: its code runs until the end.
-    auto* module = new QLibrary(path);
-    module->setLoadHints(QLibrary::ResolveAllSymbolsHint);
-    const auto entry = reinterpret_cast<EntryPoint>(module->resolve(entryPointName));
+    // The module stays loaded for the rest of the process: its code runs until the end.
+    static QLibrary module;
+    module.setFileName(path);
+    module.setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    const auto entry = reinterpret_cast<EntryPoint>(module.resolve(entryPointName));
     if (!entry) {
-        error = module->errorString();
-        delete module;
+        error = module.errorString();
         return nullptr;
     }
     return std::unique_ptr<QCoreApplication>(entry(argc, argv));
