@@ -296,11 +296,16 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                                            QFile::ExeOther));
         QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
+        HostProcess host(dataDirectory());
         if (::geteuid() == 0) {
             prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
                       QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+            // The build folder may be closed to nobody; a copy in the open temporary folder is not.
+            const QString copy = m_directory->filePath(QStringLiteral("vendel-host"));
+            QVERIFY(QFile::copy(HostProcess::executable(), copy));
+            host.setExecutable(copy);
         }
-        const auto result = m_host->run(
+        const auto result = host.run(
             {QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":0}")}, prefix);
         QVERIFY(
             QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));

@@ -45,9 +45,9 @@ HostProcess::Result HostProcess::run(const QStringList& arguments, const QString
     process.setProcessEnvironment(environment());
     process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     if (prefix.isEmpty()) {
-        process.start(executable(), arguments);
+        process.start(m_executable, arguments);
     } else {
-        process.start(prefix.constFirst(), prefix.mid(1) + QStringList{executable()} + arguments);
+        process.start(prefix.constFirst(), prefix.mid(1) + QStringList{m_executable} + arguments);
     }
     Result result;
     if (!process.waitForFinished(timeoutMs) || process.exitStatus() != QProcess::NormalExit) {
@@ -72,7 +72,7 @@ bool HostProcess::isHostOnBus()
 bool HostProcess::serve()
 {
     m_server.setProcessEnvironment(environment());
-    m_server.start(executable(), {QStringLiteral("serve")});
+    m_server.start(m_executable, {QStringLiteral("serve")});
     if (!m_server.waitForStarted(timeoutMs)) {
         return false;
     }

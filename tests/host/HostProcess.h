@@ -25,6 +25,8 @@ public:
     HostProcess& operator=(const HostProcess&) = delete;
 
     static QString executable();
+    // Runs another copy of the executable instead, for a user who cannot reach the build folder.
+    void setExecutable(const QString& path) { m_executable = path; }
     // The environment of every child: ours, with the data folder set.
     QProcessEnvironment environment() const;
 
@@ -44,6 +46,7 @@ public:
 
 private:
     QString m_dataDirectory;
+    QString m_executable = executable();
     QProcess m_server;
 };
 
