@@ -252,10 +252,11 @@ int HostCli::openCommandUrl(const QString& url)
 
 int HostCli::serve()
 {
+    // Signals are caught before the name is claimed: whoever sees the name may already send one.
+    QuitOnSignal quitOnSignal;
     HostService service(storage());
     QDBusConnection bus = QDBusConnection::sessionBus();
     service.serveOn(bus);
-    QuitOnSignal quitOnSignal;
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.
     QTimer busWatch;
     busWatch.callOnTimeout([&] {
