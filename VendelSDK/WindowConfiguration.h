@@ -1,0 +1,18 @@
+// The window level of a plugin's windows: above other applications' floating windows.
+#pragma once
+
+class QWidget;
+
+namespace VendelSDK {
+
+class WindowConfiguration
+{
+public:
+    WindowConfiguration() = delete;
+
+    // Keeps the window above others, floating panels included. Call it before the window is first shown:
+    // changing the flags of a shown window hides it.
+    static void configure(QWidget& window);
+};
+
+} // namespace VendelSDK
