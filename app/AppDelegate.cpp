@@ -2,6 +2,7 @@
 #include "AppDelegate.h"
 
 #include "App.h"
+#include "EditorViewController.h"
 #include "RunActionController.h"
 #include "Storyboard.h"
 #include "UpdateController.h"
@@ -80,10 +81,9 @@ void AppDelegate::openEditor(const QString& actionID)
     }
     auto windowController = Storyboard(mainStoryboard).instantiateController(editScene);
     // The editor's content is loaded with the action before the window is shown.
-    if (QObject* content = windowController->contentViewController()) {
-        if (content->setProperty("actionIdentifier", actionID)) {
-            QMetaObject::invokeMethod(content, "loadConfiguration", Qt::DirectConnection);
-        }
+    if (auto* editor = qobject_cast<EditorViewController*>(windowController->contentViewController())) {
+        editor->setActionIdentifier(actionID);
+        editor->loadConfiguration();
     }
     windowController->showWindow();
     runControllers.push_back(std::move(windowController));
