@@ -1,6 +1,7 @@
 // Tests plugin installation: finding a process's executable, the link in the plugin folder, the record.
 #include "PluginInstaller.h"
 #include "HostError.h"
+#include "HostErrorText.h"
 #include "HostStorage.h"
 
 #include <QCoreApplication>
@@ -19,16 +20,6 @@ using namespace VendelHost;
 namespace {
 
 const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
-
-QString errorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-        return {};
-    } catch (const HostError& error) {
-        return error.message();
-    }
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // the host, the music plugin and a private MPD, through run URLs.
 #include "PluginLauncher.h"
 #include "HostError.h"
+#include "HostErrorText.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
 #include "MpdTestServer.h"
@@ -24,16 +25,6 @@ const QString musicPlugin = QStringLiteral(VENDEL_MUSIC_PLUGIN);
 const QStringList roadTripSongs{QStringLiteral("road/one.wav"), QStringLiteral("road/two.wav"),
                                 QStringLiteral("road/three.wav")};
 const QStringList focusSongs{QStringLiteral("focus/deep.wav")};
-
-QString errorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-        return {};
-    } catch (const HostError& error) {
-        return error.message();
-    }
-}
 
 } // namespace
 
