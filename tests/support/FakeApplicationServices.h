@@ -18,13 +18,15 @@ public:
     {
         QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
     }
-    QList<WindowState> windows() const override { return windowList; }
+    QList<WindowState> windows() const override { return windowSource ? windowSource() : windowList; }
 
     void finishLaunching() { Q_EMIT didFinishLaunching(); }
     void terminateNow() { Q_EMIT willTerminate(); }
 
     int terminateRequests = 0;
     QList<WindowState> windowList;
+    // When set, the window list comes from here instead: the real windows of a widget test, say.
+    std::function<QList<WindowState>()> windowSource;
 };
 
 } // namespace VendelSDK::Testing

@@ -4,7 +4,7 @@
 
 #include "MouseDrag.h"
 #include "TestPlatform.h"
-#include "WindowListServices.h"
+#include "VendelSDK/QtGuiApplicationServices.h"
 #include "tests/VendelSDK/FakeHost.h"
 #include "tests/app/FixedMediaLibrary.h"
 #include "tests/app/UserPace.h"
@@ -67,7 +67,7 @@ class MainWindowControllerTest : public QObject
     std::unique_ptr<TestPlatform> platform;
     std::unique_ptr<FakeHost> host;
     std::unique_ptr<FixedMediaLibrary> library;
-    WindowListServices* services = nullptr;
+    FakeApplicationServices* services = nullptr;
 
     std::unique_ptr<MainWindowController> makeController()
     {
@@ -92,9 +92,9 @@ private Q_SLOTS:
         host = std::make_unique<FakeHost>(*platform->engine);
         library = std::make_unique<FixedMediaLibrary>(
             QStringList{QStringLiteral("Morning"), QStringLiteral("Evening"), QStringLiteral("Morning")});
-        auto owned = std::make_unique<WindowListServices>();
-        services = owned.get();
-        Platform::setApplicationServices(std::move(owned));
+        // The real window list of the widget application; termination requests are only counted.
+        services = platform->services;
+        services->windowSource = [] { return QtGuiApplicationServices().windows(); };
     }
 
     void cleanup()

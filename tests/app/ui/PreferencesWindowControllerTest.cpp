@@ -4,7 +4,7 @@
 
 #include "MouseDrag.h"
 #include "TestPlatform.h"
-#include "WindowListServices.h"
+#include "VendelSDK/QtGuiApplicationServices.h"
 #include "tests/app/FixedMediaLibrary.h"
 
 #include "app/EditorViewController.h"
@@ -29,15 +29,15 @@ class PreferencesWindowControllerTest : public QObject
     Q_OBJECT
 
     std::unique_ptr<TestPlatform> platform;
-    WindowListServices* services = nullptr;
+    FakeApplicationServices* services = nullptr;
 
 private Q_SLOTS:
     void init()
     {
         platform = std::make_unique<TestPlatform>();
-        auto owned = std::make_unique<WindowListServices>();
-        services = owned.get();
-        Platform::setApplicationServices(std::move(owned));
+        // The real window list of the widget application; termination requests are only counted.
+        services = platform->services;
+        services->windowSource = [] { return QtGuiApplicationServices().windows(); };
         Platform::setMainBundle(
             Bundle(QStringLiteral("/p"), QStringLiteral("org.vendel.test"),
                    {{QString::fromLatin1(Bundle::nameKey), QStringLiteral("Vendel Music")},
