@@ -5,7 +5,7 @@ namespace VendelSDK {
 
 Alert Alert::fromError(const Error& error)
 {
-    return Alert{error.localizedDescription(), error.localizedFailureReason(), {}};
+    return Alert{error.localizedDescription(), error.localizedFailureReason(), {}, error};
 }
 
 } // namespace VendelSDK

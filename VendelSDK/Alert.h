@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace VendelSDK {
 
 struct Alert
@@ -14,11 +16,18 @@ struct Alert
     QString informativeText;
     // Button titles in order; none means the presenter's single default button.
     QStringList buttons;
+    // The error an alert was made from, for platforms that build error alerts from the error itself.
+    std::optional<Error> error = std::nullopt;
 
     // The alert made from an error: its description, and its failure reason when there is one.
     static Alert fromError(const Error& error);
 
-    friend bool operator==(const Alert&, const Alert&) = default;
+    // Two alerts are the same when they show the same texts and buttons.
+    friend bool operator==(const Alert& left, const Alert& right)
+    {
+        return left.messageText == right.messageText && left.informativeText == right.informativeText &&
+               left.buttons == right.buttons;
+    }
 };
 
 } // namespace VendelSDK

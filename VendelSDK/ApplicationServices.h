@@ -34,6 +34,9 @@ public:
 Q_SIGNALS:
     // Launching has finished: every launch URL given at start has been dispatched.
     void didFinishLaunching();
+    // The system delivered a launch URL to the running application (a get-URL event), with its text exactly
+    // as sent. Receivers run synchronously, while the event is being handled.
+    void getURLEvent(const QString& url);
     // The application is about to end; emitted once, on the main thread, before the event loop exits.
     void willTerminate();
 };

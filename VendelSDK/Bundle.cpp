@@ -1,8 +1,5 @@
-// Bundle values and the bundle of the running executable.
+// Bundle values.
 #include "Bundle.h"
-
-#include <QCoreApplication>
-#include <QFileInfo>
 
 namespace VendelSDK {
 
@@ -14,16 +11,6 @@ QString Bundle::infoText(const char* key) const
 {
     const auto value = m_info.value(QString::fromLatin1(key));
     return value.typeId() == QMetaType::QString ? value.toString() : QString();
-}
-
-Bundle Bundle::ofRunningExecutable()
-{
-    QString path;
-    if (QCoreApplication::instance() != nullptr) {
-        const QFileInfo executable(QCoreApplication::applicationFilePath());
-        path = executable.canonicalFilePath();
-    }
-    return Bundle(path, QString(), {});
 }
 
 } // namespace VendelSDK

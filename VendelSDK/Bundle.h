@@ -26,13 +26,15 @@ public:
     // The text value of an information key, or the empty text when it is missing or not text.
     QString infoText(const char* key) const;
 
-    // The running executable, with no identifier and no information until the application sets them.
-    static Bundle ofRunningExecutable();
-
 private:
     QString m_path;
     QString m_identifier;
     QVariantMap m_info;
 };
+
+// The main bundle of the platform this build targets; CMake picks the implementation. Where applications
+// are bare executables it is the running executable's canonical path, with no identifier and no
+// information, which the application then supplies.
+Bundle makePlatformMainBundle();
 
 } // namespace VendelSDK

@@ -67,7 +67,7 @@ const Bundle& Platform::mainBundle()
 {
     auto& slot = backends().mainBundle;
     if (!slot) {
-        slot = Bundle::ofRunningExecutable();
+        slot = makePlatformMainBundle();
     }
     return *slot;
 }

@@ -5,7 +5,7 @@
 
 namespace VendelSDK {
 
-class QtGuiApplicationServices final : public QtApplicationServices
+class QtGuiApplicationServices : public QtApplicationServices
 {
     Q_OBJECT
 

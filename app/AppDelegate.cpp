@@ -28,6 +28,10 @@ const auto preferencesScene = QStringLiteral("Preferences Window Controller");
 
 AppDelegate::AppDelegate()
 {
+    // Where the system delivers launch URLs to the running application, each is dispatched as it arrives,
+    // before launching finishes for the URL that started the process.
+    connect(&Platform::applicationServices(), &ApplicationServices::getURLEvent, this,
+            [this](const QString& url) { handleGetURLEvent(url); });
     UpdateController::shared().updater().checkForUpdatesInBackground();
 
     PluginController& controller = App::shared().vendelPlugin().actionController;

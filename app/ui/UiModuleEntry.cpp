@@ -6,8 +6,7 @@
 #include "app/UiModule.h"
 
 #include "VendelSDK/Platform.h"
-#include "VendelSDK/QtGuiApplicationServices.h"
-#include "VendelSDK/WidgetAlertPresenter.h"
+#include "VendelSDK/WindowedBackends.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -21,8 +20,8 @@ extern "C" Q_DECL_EXPORT QCoreApplication* vendelMusicPluginCreateApplication(in
     // termination hooks run; an alert closing while no window is shown must not end it.
     app->setQuitOnLastWindowClosed(false);
     app->setWindowIcon(QIcon(QStringLiteral(":/vendel-music-plugin.png")));
-    VendelSDK::Platform::setApplicationServices(std::make_unique<VendelSDK::QtGuiApplicationServices>());
-    VendelSDK::Platform::setAlertPresenter(std::make_unique<VendelSDK::WidgetAlertPresenter>());
+    VendelSDK::Platform::setApplicationServices(VendelSDK::makePlatformWindowedApplicationServices());
+    VendelSDK::Platform::setAlertPresenter(VendelSDK::makePlatformWindowedAlertPresenter());
 
     Storyboard::registerScene(QStringLiteral("Main"), QStringLiteral("Edit Window Controller"),
                               [] { return std::make_unique<MainWindowController>(); });

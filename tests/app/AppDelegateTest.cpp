@@ -183,6 +183,31 @@ private Q_SLOTS:
         QVERIFY(platform.alerts->alerts.isEmpty());
         QCOMPARE(platform.services->terminateRequests, 0);
     }
+
+    void systemDeliveredUrlIsDispatchedWhileItIsHandled()
+    {
+        TestPlatform platform;
+        registerFakeScenes();
+        AppDelegate delegate;
+        Q_EMIT platform.services->getURLEvent(QStringLiteral("vendelplugin://edit/G"));
+        QCOMPARE(delegate.runControllers.size(), std::size_t(1));
+        QVERIFY(window(delegate, 0).shown);
+    }
+
+    void systemDeliveredUrlIsMatchedByItsExactText()
+    {
+        TestPlatform platform;
+        registerFakeScenes();
+        platform.engine->fallback = QStringLiteral("{\"action\":1,\"shouldShuffle\":false}");
+        AppDelegate delegate;
+        Q_EMIT platform.services->getURLEvent(QStringLiteral("vendelplugin://Run/X"));
+        Q_EMIT platform.services->getURLEvent(QStringLiteral("VENDELPLUGIN://run/X"));
+        QVERIFY(platform.engine->sources.isEmpty());
+        QCOMPARE(platform.services->terminateRequests, 0);
+        Q_EMIT platform.services->getURLEvent(QStringLiteral("vendelplugin://run/X"));
+        QCOMPARE(countContaining(platform.engine->sources, QStringLiteral("get config \"X\"")), 1);
+        QCOMPARE(platform.services->terminateRequests, 1);
+    }
 };
 
 QTEST_GUILESS_MAIN(AppDelegateTest)

@@ -1,11 +1,12 @@
-// Where no single-instance channel exists, every launch serves itself.
+// Where the system itself keeps one instance (macOS hands a URL to the running application), or where no
+// single-instance channel exists, every launch serves itself.
 #include "VendelSDK/LaunchChannel.h"
 
 namespace VendelSDK {
 
 namespace {
 
-class UnavailableLaunchChannel final : public LaunchChannel
+class SelfServingLaunchChannel final : public LaunchChannel
 {
 public:
     Role claim(const QString&, const std::optional<QString>&, LaunchReceiver) override
@@ -18,7 +19,7 @@ public:
 
 std::unique_ptr<LaunchChannel> makePlatformLaunchChannel()
 {
-    return std::make_unique<UnavailableLaunchChannel>();
+    return std::make_unique<SelfServingLaunchChannel>();
 }
 
 } // namespace VendelSDK
