@@ -1,8 +1,11 @@
 # vendel_add_test(<Class> SOURCES ... [LIBS ...] [DBUS]): one Qt Test executable per class, named as the class.
-# DBUS tests run inside their own private session bus (dbus-run-session); every test runs with the
-# offscreen platform so that widget tests need no display.
+# DBUS tests run inside their own private session bus (dbus-run-session), on Linux only; every test runs
+# with the offscreen platform so that widget tests need no display, unless it asks for the NATIVE one.
 function(vendel_add_test class)
-    cmake_parse_arguments(arg "DBUS" "" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(arg "DBUS;NATIVE" "" "SOURCES;LIBS" ${ARGN})
+    if(arg_DBUS AND NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        return()
+    endif()
     set(target "test_${class}")
     add_executable(${target} ${arg_SOURCES})
     target_link_libraries(${target} PRIVATE Qt6::Test vendel_test_support vendel_warnings ${arg_LIBS})
@@ -12,7 +15,10 @@ function(vendel_add_test class)
     else()
         add_test(NAME ${class} COMMAND ${target})
     endif()
-    set_tests_properties(${class} PROPERTIES
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
-        TIMEOUT 120)
+    if(arg_NATIVE)
+        set(environment "LC_ALL=C.UTF-8")
+    else()
+        set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    endif()
+    set_tests_properties(${class} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 120)
 endfunction()
