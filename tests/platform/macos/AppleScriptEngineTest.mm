@@ -12,7 +12,8 @@ class AppleScriptEngineTest : public QObject
 private Q_SLOTS:
     void scriptResultIsItsText()
     {
-        QCOMPARE(AppleScriptEngine().execute(QStringLiteral("return \"x\"")), ScriptOutcome(QStringLiteral("x")));
+        QCOMPARE(AppleScriptEngine().execute(QStringLiteral("return \"x\"")),
+                 ScriptOutcome(QStringLiteral("x")));
     }
 
     void emptyTextIsATextNotNoResult()

@@ -31,7 +31,8 @@ private Q_SLOTS:
     void answerIsThePressedButtonsIndex()
     {
         answerNextPanelWith(NSAlertFirstButtonReturn + 1);
-        const Alert alert{QStringLiteral("Question"), QStringLiteral("More"),
+        const Alert alert{QStringLiteral("Question"),
+                          QStringLiteral("More"),
                           {QStringLiteral("OK"), QStringLiteral("Cancel")}};
         QCOMPARE(CocoaAlertPresenter().runModal(alert), 1);
     }

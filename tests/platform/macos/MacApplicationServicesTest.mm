@@ -31,7 +31,8 @@ void sendGetURLEvent(const char* url)
                                                                         targetDescriptor:target
                                                                                 returnID:kAutoGenerateReturnID
                                                                            transactionID:kAnyTransactionID];
-        [event setParamDescriptor:[NSAppleEventDescriptor descriptorWithString:@(url)] forKeyword:keyDirectObject];
+        [event setParamDescriptor:[NSAppleEventDescriptor descriptorWithString:@(url)]
+                       forKeyword:keyDirectObject];
         NSError* error = nil;
         [event sendEventWithOptions:NSAppleEventSendNoReply timeout:10 error:&error];
         QVERIFY2(error == nil, "the event could not be sent");

@@ -29,9 +29,9 @@ typedef SInt32 AETransactionID;
 
 enum
 {
-    keyDirectObject = 0x2D2D2D2D, // '----'
+    keyDirectObject = 0x2D2D2D2D,     // '----'
     kInternetEventClass = 0x4755524C, // 'GURL'
-    kAEGetURL = 0x4755524C, // 'GURL'
+    kAEGetURL = 0x4755524C,           // 'GURL'
 };
 enum
 {
@@ -61,7 +61,8 @@ typedef NS_OPTIONS(NSUInteger, NSAppleEventSendOptions) {
                                    targetDescriptor:(nullable NSAppleEventDescriptor*)targetDescriptor
                                            returnID:(AEReturnID)returnID
                                       transactionID:(AETransactionID)transactionID;
-+ (NSAppleEventDescriptor*)descriptorWithProcessIdentifier:(pid_t)processIdentifier API_AVAILABLE(macos(10.11));
++ (NSAppleEventDescriptor*)descriptorWithProcessIdentifier:(pid_t)processIdentifier
+    API_AVAILABLE(macos(10.11));
 @property(readonly) DescType descriptorType;
 @property(nullable, readonly, copy) NSString* stringValue;
 @property(readonly) AEEventClass eventClass;
