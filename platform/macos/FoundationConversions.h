@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include "FrameworkError.h"
+
 #include <QString>
 #include <QVariantMap>
 
@@ -20,6 +22,9 @@ std::optional<QString> toOptionalQString(NSString* _Nullable text);
 // Texts, Booleans and numbers; any other value is left out. Entries whose key is not text are left out.
 QVariantMap toQVariantMap(NSDictionary* _Nullable dictionary);
 NSDictionary<NSString*, id>* toNSDictionary(const QVariantMap& map);
+
+// What an error says about itself, for frameworkError().
+FrameworkErrorFacts toFrameworkErrorFacts(NSError* error);
 
 } // namespace VendelSDK
 

@@ -112,4 +112,11 @@ NSDictionary<NSString*, id>* toNSDictionary(const QVariantMap& map)
     return dictionary;
 }
 
+FrameworkErrorFacts toFrameworkErrorFacts(NSError* error)
+{
+    return FrameworkErrorFacts{
+        toQString(error.domain), qint64(error.code), toQString(error.localizedDescription),
+        toOptionalQString(error.localizedFailureReason), toQVariantMap(error.userInfo)};
+}
+
 } // namespace VendelSDK
