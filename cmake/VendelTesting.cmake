@@ -9,6 +9,11 @@ function(vendel_add_test class)
     set(target "test_${class}")
     add_executable(${target} ${arg_SOURCES})
     target_link_libraries(${target} PRIVATE Qt6::Test vendel_test_support vendel_warnings ${arg_LIBS})
+    # A test executable is no application bundle and has no update feed to start the macOS updater with;
+    # linked in first, the updater that checks nothing (Linux's) keeps the platform's out of the test.
+    if(APPLE)
+        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/platform/common/PackageManagerUpdater.cpp)
+    endif()
     if(arg_DBUS)
         find_program(DBUS_RUN_SESSION dbus-run-session REQUIRED)
         add_test(NAME ${class} COMMAND ${DBUS_RUN_SESSION} -- $<TARGET_FILE:${target}>)

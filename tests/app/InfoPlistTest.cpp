@@ -159,6 +159,27 @@ private Q_SLOTS:
         QVERIFY(minimum.first().toInt() >= 11);
     }
 
+    void musicLibraryAccessIsExplainedToTheUser()
+    {
+        const QVariantMap info = readPropertyList(QStringLiteral(VENDEL_INFO_PLIST));
+        const QString usage = info.value(QStringLiteral("NSAppleMusicUsageDescription")).toString();
+        QVERIFY(usage.contains(QStringLiteral(VENDEL_BUNDLE_NAME)));
+        QVERIFY(usage.contains(QStringLiteral("playlists")));
+    }
+
+    void updaterSettingsComeFromTheBuild()
+    {
+        const QVariantMap info = readPropertyList(QStringLiteral(VENDEL_INFO_PLIST));
+        QCOMPARE(info.value(QStringLiteral("SUFeedURL")).toString(), QStringLiteral(VENDEL_SPARKLE_FEED_URL));
+        QVERIFY(info.value(QStringLiteral("SUFeedURL")).toString().startsWith(QStringLiteral("https://")));
+        QCOMPARE(info.value(QStringLiteral("SUPublicEDKey")).toString(),
+                 QStringLiteral(VENDEL_SPARKLE_PUBLIC_ED_KEY));
+        // Always present, so that the updater never asks whether to check on its own.
+        QCOMPARE(info.value(QStringLiteral("SUEnableAutomaticChecks")).typeId(), QMetaType::Bool);
+        QCOMPARE(info.value(QStringLiteral("SUEnableAutomaticChecks")).toBool(),
+                 VENDEL_SPARKLE_AUTOMATIC_CHECKS);
+    }
+
     void entitlementsAllowSendingAppleEvents()
     {
         const QVariantMap entitlements = readPropertyList(QStringLiteral(VENDEL_ENTITLEMENTS));
