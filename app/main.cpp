@@ -2,6 +2,7 @@
 // dispatched before launching finishes so that the start-up check knows a handler ran.
 #include "AppBundle.h"
 #include "AppDelegate.h"
+#include "CommandLine.h"
 #include "UiModule.h"
 
 #include "VendelSDK/LaunchChannel.h"
@@ -14,8 +15,44 @@
 using namespace MusicPlugin;
 using namespace VendelSDK;
 
+namespace {
+
+constexpr auto programName = "vendel-music-plugin";
+
+void print(std::FILE* stream, const QString& text)
+{
+    std::fputs(text.toUtf8().constData(), stream);
+}
+
+} // namespace
+
 int main(int argc, char* argv[])
 {
+    // Options are answered before anything else starts: no display, no bus, no host.
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    const CommandLine commandLine = CommandLine::parse(arguments);
+    const QString program = QString::fromLatin1(programName);
+    switch (commandLine.request) {
+    case CommandLine::Request::help:
+        print(stdout, CommandLine::help(program));
+        return 0;
+    case CommandLine::Request::version: {
+        const VendelSDK::Bundle bundle = appBundle();
+        print(stdout, CommandLine::version(program, bundle.infoText(VendelSDK::Bundle::shortVersionKey),
+                                           bundle.infoText(VendelSDK::Bundle::versionKey)));
+        return 0;
+    }
+    case CommandLine::Request::usageError:
+        print(stderr, QStringLiteral("%1: %2\n%3Try '%1 --help'.\n")
+                          .arg(program, commandLine.error, CommandLine::usage(program)));
+        return CommandLine::usageErrorStatus;
+    case CommandLine::Request::launch:
+        break;
+    }
+
     // With a display the whole application is windowed, alerts included; without one it stays at the
     // core level, and alerts go to standard error.
     std::unique_ptr<QCoreApplication> app;
@@ -41,9 +78,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(bundle.infoText(Bundle::shortVersionKey));
 
     // The host passes the launch URL as the only argument.
-    const QStringList arguments = QCoreApplication::arguments();
-    const std::optional<QString> url =
-        arguments.size() > 1 ? std::optional<QString>(arguments.at(1)) : std::nullopt;
+    const std::optional<QString> url = commandLine.url;
 
     AppDelegate* delegate = nullptr;
     const auto channel = makePlatformLaunchChannel();

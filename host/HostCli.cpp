@@ -44,6 +44,7 @@ QString HostCli::usage()
         "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
         "  serve                            Serve org.vendel.Host on the session bus until stopped\n"
         "  --help                           Show this help\n"
+        "  --version                        Show the version\n"
         "\n"
         "A plugin is named by its executable's file name; plugins install themselves through the session\n"
         "bus when started without a launch URL. A launch starts the plugin's executable with the URL\n"
@@ -89,6 +90,11 @@ int HostCli::dispatch(const QStringList& arguments)
 
     if (command == u"--help" || command == u"-h" || command == u"help") {
         m_out << usage();
+        return success;
+    }
+    if (command == u"--version") {
+        // "<program> <version>", as help2man and scripts expect.
+        m_out << "vendel-host " << VENDEL_HOST_VERSION << "\n";
         return success;
     }
     if (command == u"action") {

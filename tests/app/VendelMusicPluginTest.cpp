@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -253,6 +254,40 @@ private Q_SLOTS:
         const Launch result = launch({QStringLiteral("vendelplugin://run")}, environment());
         QCOMPARE(result.standardError, QStringLiteral("This plugin must be run by Vendel app.\n"));
         QCOMPARE(methods(), QStringList{QStringLiteral("IsPluginInstalledAtPath")});
+    }
+
+    void helpIsPrintedWithoutContactingTheHost()
+    {
+        const Launch result = launch({QStringLiteral("--help")}, environment(true));
+        QCOMPARE(result.exitStatus, QProcess::NormalExit);
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.standardOutput.startsWith(QStringLiteral("Usage: vendel-music-plugin ")));
+        QVERIFY(result.standardOutput.contains(QStringLiteral("vendelplugin://run/<id>")));
+        QVERIFY(result.standardError.isEmpty());
+        QVERIFY(methods().isEmpty());
+    }
+
+    void versionIsPrintedWithoutContactingTheHost()
+    {
+        const Launch result = launch({QStringLiteral("--version")}, environment(true));
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY2(QRegularExpression(QStringLiteral("^vendel-music-plugin [0-9][^ ]* \\(build [^)]+\\)\n$"))
+                     .match(result.standardOutput)
+                     .hasMatch(),
+                 qPrintable(result.standardOutput));
+        QVERIFY(methods().isEmpty());
+    }
+
+    void unknownOptionIsAUsageErrorNotAnAlert()
+    {
+        const Launch result = launch({QStringLiteral("--frobnicate")}, environment(true));
+        QCOMPARE(result.exitStatus, QProcess::NormalExit);
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY(result.standardOutput.isEmpty());
+        QVERIFY(result.standardError.startsWith(
+            QStringLiteral("vendel-music-plugin: unknown option “--frobnicate”\n")));
+        QVERIFY(result.standardError.contains(QStringLiteral("Try 'vendel-music-plugin --help'.")));
+        QVERIFY(methods().isEmpty());
     }
 };
 

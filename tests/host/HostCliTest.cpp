@@ -51,6 +51,17 @@ private Q_SLOTS:
         }
     }
 
+    void versionIsProgramThenVersion()
+    {
+        const auto result = m_host->run({QStringLiteral("--version")});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY2(QRegularExpression(QStringLiteral("^vendel-host [0-9]+\\.[0-9]+\\.[0-9]+\n$"))
+                     .match(result.out)
+                     .hasMatch(),
+                 qPrintable(result.out));
+        QVERIFY(result.err.isEmpty());
+    }
+
     void wrongCommandLinesAreUsageErrors_data()
     {
         QTest::addColumn<QStringList>("arguments");
