@@ -42,11 +42,11 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv, QStr
 {
     QString path = environment("VENDEL_UI_MODULE");
     if (path.isEmpty()) {
-        // Next to the executable in a build tree; in the library folder once installed.
+        // Next to the executable in a build tree; in its private library folder once installed.
         const auto folder = executableFolder(argc > 0 ? argv[0] : nullptr);
         auto candidate = folder / VENDEL_UI_MODULE_FILE;
         if (!std::filesystem::exists(candidate)) {
-            candidate = folder.parent_path() / "lib" / "vendel-music-plugin" / VENDEL_UI_MODULE_FILE;
+            candidate = folder.parent_path() / VENDEL_UI_MODULE_INSTALL_DIR / VENDEL_UI_MODULE_FILE;
         }
         path = QString::fromStdString(candidate.string());
     }
