@@ -126,10 +126,14 @@ int HostCli::dispatch(const QStringList& arguments)
     return usageFailure(QStringLiteral("unknown command \"%1\".").arg(command));
 }
 
-HostStorage& HostCli::storage()
+HostStorage& HostCli::storage(HostStorage::Access access)
 {
-    if (!m_storage) {
-        m_storage = std::make_unique<HostStorage>(HostStorage::defaultDataDirectory());
+    if (!m_storage || (access == HostStorage::Access::ReadWrite && m_storageAccess != access)) {
+        m_storage.reset();
+        m_storage = std::make_unique<HostStorage>(
+            HostStorage::defaultDataDirectory(), access,
+            [this](const QString& notice) { m_err << "vendel-host: " << notice << Qt::endl; });
+        m_storageAccess = access;
     }
     return *m_storage;
 }
@@ -164,6 +168,7 @@ int HostCli::newAction(const QStringList& arguments)
     if (arguments.size() < 2 || (arguments.size() == 3 && !noEdit) || arguments.size() > 3) {
         return usageFailure(shape);
     }
+    storage(HostStorage::Access::ReadWrite);
     const HostStorage::Plugin plugin = installedPlugin(arguments.at(1));
     const QString id = storage().createAction(plugin.name);
     m_out << id << Qt::endl;
@@ -217,6 +222,7 @@ int HostCli::config(const QStringList& arguments)
                     .arg(error.errorString())
                     .arg(error.offset));
         }
+        storage(HostStorage::Access::ReadWrite);
         existingAction(arguments.at(1));
         // The text is kept as given, not re-encoded, so the plugin reads back exactly what was set.
         storage().setConfig(arguments.at(1), json);
@@ -243,7 +249,7 @@ int HostCli::listResources()
 
 int HostCli::openCommandUrl(const QString& url)
 {
-    const QStringList lines = CommandUrlHandler(storage()).handle(url);
+    const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
         m_out << line << '\n';
     }
@@ -254,7 +260,7 @@ int HostCli::serve()
 {
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
-    HostService service(storage());
+    HostService service(storage(HostStorage::Access::ReadWrite));
     QDBusConnection bus = QDBusConnection::sessionBus();
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.

@@ -39,7 +39,8 @@ private:
     int openCommandUrl(const QString& url);
     int serve();
 
-    HostStorage& storage();
+    // Opened on first use; a command that only reads opens it for reading only.
+    HostStorage& storage(HostStorage::Access access = HostStorage::Access::ReadOnly);
     HostStorage::Action existingAction(const QString& id);
     HostStorage::Plugin installedPlugin(const QString& name);
     int usageFailure(const QString& message);
@@ -47,6 +48,7 @@ private:
     QTextStream& m_out;
     QTextStream& m_err;
     std::unique_ptr<HostStorage> m_storage;
+    HostStorage::Access m_storageAccess = HostStorage::Access::ReadOnly;
 };
 
 } // namespace VendelHost

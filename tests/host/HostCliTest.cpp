@@ -1,4 +1,5 @@
 // Tests the vendel-host command line as people and scripts use it: a real process on a temporary folder.
+#include "DatabaseLock.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
 
@@ -6,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -278,6 +280,48 @@ private Q_SLOTS:
         }
     }
 
+    void configGetAnswersWhileAnotherProcessHoldsTheWriteLock()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        DatabaseLock lock(dataDirectory() + QStringLiteral("/host.sqlite"), DatabaseLock::Kind::Write);
+        QVERIFY(lock.isHeld());
+        const auto result = m_host->run({QStringLiteral("config"), QStringLiteral("get"), id});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+        QCOMPARE(result.out, QStringLiteral("{\"action\":1}\n"));
+    }
+
+    void readingCommandsWorkOnAFolderTheUserMayOnlyRead()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
+        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
+                                                               QFile::ExeOwner | QFile::ReadOther |
+                                                               QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                           QFile::ExeOther));
+        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
+        const auto [host, prefix] = asNobody();
+        const auto restore = qScopeGuard([&] {
+            QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner);
+        });
+
+        const auto get = host->run({QStringLiteral("config"), QStringLiteral("get"), id}, prefix);
+        QVERIFY2(get.exitCode == 0, qPrintable(get.err));
+        QCOMPARE(get.out, QStringLiteral("{\"action\":1}\n"));
+        for (const char* command : {"actions", "plugins", "resources"}) {
+            const auto listed = host->run({QString::fromLatin1(command)}, prefix);
+            QVERIFY2(listed.exitCode == 0, qPrintable(listed.err));
+        }
+        QCOMPARE(host->run({QStringLiteral("actions")}, prefix).out,
+                 QStringLiteral("%1\tstub\t{\"action\":1}\n").arg(id));
+        // Reading left nothing behind in the folder.
+        QCOMPARE(QDir(dataDirectory()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("host.sqlite")});
+    }
+
     void anUnwritableDatabaseIsReportedAndLosesNothing()
     {
         const QString id = newAction();
@@ -288,24 +332,14 @@ private Q_SLOTS:
             0);
         const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
 
-        // Root writes whatever the permissions say, so the write is tried as nobody instead.
-        QStringList prefix;
         QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
                                                                QFile::ExeOwner | QFile::ReadOther |
                                                                QFile::ExeOther));
         QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                                            QFile::ExeOther));
         QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
-        HostProcess host(dataDirectory());
-        if (::geteuid() == 0) {
-            prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
-                      QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
-            // The build folder may be closed to nobody; a copy in the open temporary folder is not.
-            const QString copy = m_directory->filePath(QStringLiteral("vendel-host"));
-            QVERIFY(QFile::copy(HostProcess::executable(), copy));
-            host.setExecutable(copy);
-        }
-        const auto result = host.run(
+        const auto [host, prefix] = asNobody();
+        const auto result = host->run(
             {QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":0}")}, prefix);
         QVERIFY(
             QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -328,6 +362,25 @@ private:
 
     // Opened for each look, so that no connection of the test's is open while the host runs.
     HostStorage storage() const { return HostStorage(dataDirectory()); }
+
+    // A host for a user other than the owner of the data: root reads and writes whatever the permissions
+    // say, so as root the commands run as nobody instead, from a copy of the executable that nobody can
+    // reach. The prefix goes before each command line.
+    std::pair<std::unique_ptr<HostProcess>, QStringList> asNobody() const
+    {
+        auto host = std::make_unique<HostProcess>(dataDirectory());
+        QStringList prefix;
+        if (::geteuid() == 0) {
+            prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                      QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+            const QString copy = m_directory->filePath(QStringLiteral("vendel-host"));
+            if (!QFileInfo::exists(copy)) {
+                QFile::copy(HostProcess::executable(), copy);
+            }
+            host->setExecutable(copy);
+        }
+        return {std::move(host), prefix};
+    }
 
     void installStub(const QString& path) { HostStorage(dataDirectory()).recordPlugin({stubName, path}); }
 
