@@ -3,12 +3,13 @@
 
 #include "CommandUrlHandler.h"
 #include "HostError.h"
+#include "HostInput.h"
 #include "HostService.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
+#include <QStringDecoder>
 #include <QTimer>
 
 using namespace std::chrono_literals;
@@ -38,7 +39,8 @@ QString HostCli::usage()
         "  edit <id>                        Open an action in its plugin's editor\n"
         "  configure <plugin>               Open a plugin's preferences\n"
         "  config get <id>                  Print an action's configuration\n"
-        "  config set <id> <json>           Replace an action's configuration with a JSON text\n"
+        "  config set <id> <json>           Replace an action's configuration with a JSON object or array\n"
+        "                                   (at most 1 MiB)\n"
         "  plugins                          List the installed plugins: name, executable\n"
         "  resources                        List the resources that plugins have added\n"
         "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
@@ -64,6 +66,22 @@ int HostCli::run(const QStringList& arguments)
         m_err << "vendel-host: " << error.message() << Qt::endl;
         return failure;
     }
+}
+
+int HostCli::run(const QList<QByteArray>& arguments)
+{
+    QStringList texts;
+    for (qsizetype index = 0; index < arguments.size(); ++index) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString text = decoder.decode(arguments.at(index));
+        if (decoder.hasError()) {
+            return usageFailure(
+                QStringLiteral("argument %1 is not valid UTF-8; texts are kept exactly, so it is refused.")
+                    .arg(index + 1));
+        }
+        texts.append(text);
+    }
+    return run(texts);
 }
 
 int HostCli::usageFailure(const QString& message)
@@ -214,13 +232,13 @@ int HostCli::config(const QStringList& arguments)
     }
     if (arguments.size() == 3 && arguments.constFirst() == u"set") {
         const QString& json = arguments.at(2);
-        QJsonParseError error;
-        QJsonDocument::fromJson(json.toUtf8(), &error);
-        if (error.error != QJsonParseError::NoError) {
-            return usageFailure(
-                QStringLiteral("the configuration is not a valid JSON object or array: %1 at offset %2.")
-                    .arg(error.errorString())
-                    .arg(error.offset));
+        // An empty text from a person is more likely an unset shell variable than a wish to clear.
+        const auto problem = json.isEmpty() ? std::optional<QString>(QStringLiteral(
+                                                  "the configuration is not a valid JSON object or array: "
+                                                  "it is empty."))
+                                            : HostInput::configProblem(json);
+        if (problem) {
+            return usageFailure(*problem);
         }
         storage(HostStorage::Access::ReadWrite);
         existingAction(arguments.at(1));

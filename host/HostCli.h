@@ -23,6 +23,9 @@ public:
 
     // Carries out one command line (without the program's name) and returns the exit status.
     int run(const QStringList& arguments);
+    // The same from the bytes the system passed: an argument that is not UTF-8 is a wrong command line,
+    // never replaced by stand-in characters.
+    int run(const QList<QByteArray>& arguments);
 
     static QString usage();
 

@@ -171,6 +171,21 @@ private Q_SLOTS:
         QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
     }
 
+    void invalidUtf8IsRefusedAndNeverReplaced()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        // Arguments are texts to QProcess, so the shell appends the one invalid byte.
+        const auto result =
+            m_host->run({QStringLiteral("config"), QStringLiteral("set"), id},
+                        {QStringLiteral("sh"), QStringLiteral("-c"),
+                         QStringLiteral("exec \"$0\" \"$@\" \"$(printf '{\"name\":\"\\377\"}')\"")});
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY2(result.err.contains(QStringLiteral("argument 4 is not valid UTF-8")),
+                 qPrintable(result.err));
+        QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
+    }
+
     void anUnknownActionIsReported_data()
     {
         QTest::addColumn<QStringList>("arguments");
