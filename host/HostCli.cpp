@@ -9,6 +9,9 @@
 #include "QuitOnSignal.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStringDecoder>
 #include <QTimer>
 
@@ -22,6 +25,31 @@ namespace {
 constexpr auto runTimeout = 60s;
 constexpr auto busCheckInterval = 1s;
 
+// A cell as a person may read it, and a script split it: no control character, line or column separator
+// comes through as itself. Backslashes stay as they are, so a JSON text reads as written.
+QString visible(const QString& text)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar character : text) {
+        const char16_t code = character.unicode();
+        if (code == u'\t') {
+            shown += QStringLiteral("\\t");
+        } else if (code == u'\n') {
+            shown += QStringLiteral("\\n");
+        } else if (code == u'\r') {
+            shown += QStringLiteral("\\r");
+        } else if (code < 0x20 || code == 0x7f) {
+            shown += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
+        } else if ((code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029) {
+            shown += QStringLiteral("\\u%1").arg(int(code), 4, 16, QLatin1Char('0'));
+        } else {
+            shown += character;
+        }
+    }
+    return shown;
+}
+
 } // namespace
 
 QString HostCli::usage()
@@ -34,15 +62,15 @@ QString HostCli::usage()
         "Commands:\n"
         "  action new <plugin> [--no-edit]  Create an action for an installed plugin, print its identifier\n"
         "                                   and open it in the plugin's editor (unless --no-edit)\n"
-        "  actions                          List the actions: identifier, plugin, configuration\n"
+        "  actions [--json]                 List the actions: identifier, plugin, configuration\n"
         "  run <id>                         Run an action and wait until its plugin has finished\n"
         "  edit <id>                        Open an action in its plugin's editor\n"
         "  configure <plugin>               Open a plugin's preferences\n"
         "  config get <id>                  Print an action's configuration\n"
         "  config set <id> <json>           Replace an action's configuration with a JSON object or array\n"
         "                                   (at most 1 MiB)\n"
-        "  plugins                          List the installed plugins: name, executable\n"
-        "  resources                        List the resources that plugins have added\n"
+        "  plugins [--json]                 List the installed plugins: name, executable\n"
+        "  resources [--json]               List the resources that plugins have added\n"
         "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
         "  serve                            Serve org.vendel.Host on the session bus until stopped\n"
         "  --help                           Show this help\n"
@@ -51,7 +79,11 @@ QString HostCli::usage()
         "bus when started without a launch URL. A launch starts the plugin's executable with the URL\n"
         "vendelplugin://run/<id>, vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
         "\n"
-        "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel).\n"
+        "Lists are tab-separated, one row a line, with tabs, line breaks and other control characters\n"
+        "shown escaped (\\t, \\n, \\x01); --json prints the exact texts as a JSON array of objects.\n"
+        "\n"
+        "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel); it is\n"
+        "kept private to you. Commands that only read never write to it, and work where it is read-only.\n"
         "Exit status: 0 done, 1 could not be done, 2 wrong command line.\n");
 }
 
@@ -116,7 +148,7 @@ int HostCli::dispatch(const QStringList& arguments)
         return config(rest);
     }
     if (command == u"actions") {
-        return expect(0, QStringLiteral("actions")) ? listActions() : usageError;
+        return listActions(rest);
     }
     if (command == u"run") {
         return expect(1, QStringLiteral("run <id>")) ? runAction(rest.constFirst()) : usageError;
@@ -129,10 +161,10 @@ int HostCli::dispatch(const QStringList& arguments)
                                                                : usageError;
     }
     if (command == u"plugins") {
-        return expect(0, QStringLiteral("plugins")) ? listPlugins() : usageError;
+        return listPlugins(rest);
     }
     if (command == u"resources") {
-        return expect(0, QStringLiteral("resources")) ? listResources() : usageError;
+        return listResources(rest);
     }
     if (command == u"open") {
         return expect(1, QStringLiteral("open <vendel-url>")) ? openCommandUrl(rest.constFirst())
@@ -196,12 +228,17 @@ int HostCli::newAction(const QStringList& arguments)
     return success;
 }
 
-int HostCli::listActions()
+int HostCli::listActions(const QStringList& arguments)
 {
-    for (const HostStorage::Action& action : storage().actions()) {
-        m_out << action.id << '\t' << action.plugin << '\t' << action.config << '\n';
-    }
-    return success;
+    return list(arguments, QStringLiteral("actions"),
+                {QStringLiteral("id"), QStringLiteral("plugin"), QStringLiteral("config")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostStorage::Action& action : storage.actions()) {
+                        rows.append({action.id, action.plugin, action.config});
+                    }
+                    return rows;
+                });
 }
 
 int HostCli::runAction(const QString& id)
@@ -249,18 +286,57 @@ int HostCli::config(const QStringList& arguments)
     return usageFailure(QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>"));
 }
 
-int HostCli::listPlugins()
+int HostCli::listPlugins(const QStringList& arguments)
 {
-    for (const HostStorage::Plugin& plugin : storage().plugins()) {
-        m_out << plugin.name << '\t' << plugin.path << '\n';
-    }
-    return success;
+    return list(arguments, QStringLiteral("plugins"), {QStringLiteral("name"), QStringLiteral("path")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostStorage::Plugin& plugin : storage.plugins()) {
+                        rows.append({plugin.name, plugin.path});
+                    }
+                    return rows;
+                });
 }
 
-int HostCli::listResources()
+int HostCli::listResources(const QStringList& arguments)
 {
-    for (const HostResource& resource : storage().resources()) {
-        m_out << resource.type << '\t' << resource.name << '\t' << resource.url << '\n';
+    return list(arguments, QStringLiteral("resources"),
+                {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("url")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostResource& resource : storage.resources()) {
+                        rows.append({resource.type, resource.name, resource.url});
+                    }
+                    return rows;
+                });
+}
+
+int HostCli::list(const QStringList& arguments, const QString& command, const QStringList& keys,
+                  const std::function<QList<QStringList>(HostStorage&)>& rows)
+{
+    const bool json = arguments == QStringList{QStringLiteral("--json")};
+    if (!arguments.isEmpty() && !json) {
+        return usageFailure(QStringLiteral("usage: vendel-host %1 [--json]").arg(command));
+    }
+    const QList<QStringList> table = rows(storage());
+    if (json) {
+        QJsonArray array;
+        for (const QStringList& row : table) {
+            QJsonObject object;
+            for (qsizetype column = 0; column < keys.size(); ++column) {
+                object.insert(keys.at(column), row.at(column));
+            }
+            array.append(object);
+        }
+        m_out << QJsonDocument(array).toJson(QJsonDocument::Indented);
+        return success;
+    }
+    for (const QStringList& row : table) {
+        QStringList cells;
+        for (const QString& cell : row) {
+            cells.append(visible(cell));
+        }
+        m_out << cells.join(u'\t') << '\n';
     }
     return success;
 }
@@ -269,7 +345,7 @@ int HostCli::openCommandUrl(const QString& url)
 {
     const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
-        m_out << line << '\n';
+        m_out << visible(line) << '\n';
     }
     return success;
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include <functional>
 #include <memory>
 
 namespace VendelHost {
@@ -32,13 +33,16 @@ public:
 private:
     int dispatch(const QStringList& arguments);
     int newAction(const QStringList& arguments);
-    int listActions();
+    int listActions(const QStringList& arguments);
     int runAction(const QString& id);
     int editAction(const QString& id);
     int configurePlugin(const QString& name);
     int config(const QStringList& arguments);
-    int listPlugins();
-    int listResources();
+    int listPlugins(const QStringList& arguments);
+    int listResources(const QStringList& arguments);
+    // Prints rows as a table with control characters shown escaped, or as a JSON array of objects.
+    int list(const QStringList& arguments, const QString& command, const QStringList& keys,
+             const std::function<QList<QStringList>(HostStorage&)>& rows);
     int openCommandUrl(const QString& url);
     int serve();
 

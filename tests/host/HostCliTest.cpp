@@ -6,6 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <QTemporaryDir>
@@ -46,9 +49,9 @@ private Q_SLOTS:
     {
         const auto result = m_host->run({QStringLiteral("--help")});
         QCOMPARE(result.exitCode, 0);
-        for (const char* command :
-             {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>", "config get",
-              "config set", "plugins", "resources", "open", "serve", "VENDEL_HOST_DATA_DIR"}) {
+        for (const char* command : {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>",
+                                    "config get", "config set", "plugins", "resources", "open", "serve",
+                                    "--json", "1 MiB", "VENDEL_HOST_DATA_DIR"}) {
             QVERIFY2(result.out.contains(QLatin1String(command)), command);
         }
     }
@@ -83,7 +86,12 @@ private Q_SLOTS:
             {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"), QStringLiteral("--edit")},
             "usage: vendel-host action new");
         row("plugins with argument", {QStringLiteral("plugins"), QStringLiteral("x")},
-            "usage: vendel-host plugins");
+            "usage: vendel-host plugins [--json]");
+        row("actions with two",
+            {QStringLiteral("actions"), QStringLiteral("--json"), QStringLiteral("--json")},
+            "usage: vendel-host actions [--json]");
+        row("resources with other option", {QStringLiteral("resources"), QStringLiteral("--csv")},
+            "usage: vendel-host resources [--json]");
         row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
             "usage: vendel-host serve");
         row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
@@ -255,6 +263,62 @@ private Q_SLOTS:
         const auto result = m_host->run({QStringLiteral("plugins")});
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.out, QStringLiteral("stub\t%1\n").arg(stub));
+    }
+
+    void forgedNamesStayInTheirRowAndColumn()
+    {
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        const QString forgedName = QStringLiteral("evil\nstub\t/usr/bin/x\r\x01\x7f\u0085\u2028");
+        data.recordPlugin({forgedName, QStringLiteral("/opt/evil")});
+        const QString id = data.createAction(stubName);
+        // A raw line break between JSON tokens is valid JSON, so a configuration can hold one too.
+        const QString config = QStringLiteral("{\"a\":\n1,\t\"b\":\"x\\ty\"}");
+        QVERIFY(data.setConfig(id, config));
+        data.addResources(
+            {{QStringLiteral("file"), QStringLiteral("Docs\nfile\tFake"), QStringLiteral("file:///tmp")}});
+
+        const auto plugins = m_host->run({QStringLiteral("plugins")});
+        QCOMPARE(plugins.exitCode, 0);
+        QCOMPARE(plugins.out,
+                 QStringLiteral("evil\\nstub\\t/usr/bin/x\\r\\x01\\x7f\\u0085\\u2028\t/opt/evil\nstub\t%1\n")
+                     .arg(stub));
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out,
+                 QStringLiteral("%1\tstub\t{\"a\":\\n1,\\t\"b\":\"x\\ty\"}\n").arg(id));
+        QCOMPARE(m_host->run({QStringLiteral("resources")}).out,
+                 QStringLiteral("file\tDocs\\nfile\\tFake\tfile:///tmp\n"));
+
+        // The JSON form gives each text back exactly.
+        const auto parse = [](const QString& out) { return QJsonDocument::fromJson(out.toUtf8()).array(); };
+        const QJsonArray pluginList =
+            parse(m_host->run({QStringLiteral("plugins"), QStringLiteral("--json")}).out);
+        QCOMPARE(pluginList.size(), 2);
+        QCOMPARE(pluginList.at(0).toObject().value(QStringLiteral("name")).toString(), forgedName);
+        QCOMPARE(pluginList.at(0).toObject().value(QStringLiteral("path")).toString(),
+                 QStringLiteral("/opt/evil"));
+        QCOMPARE(pluginList.at(1).toObject().value(QStringLiteral("name")).toString(), stubName);
+        const QJsonArray actionList =
+            parse(m_host->run({QStringLiteral("actions"), QStringLiteral("--json")}).out);
+        QCOMPARE(actionList.size(), 1);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("id")).toString(), id);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("plugin")).toString(), stubName);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("config")).toString(), config);
+        const QJsonArray resourceList =
+            parse(m_host->run({QStringLiteral("resources"), QStringLiteral("--json")}).out);
+        QCOMPARE(resourceList.size(), 1);
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("name")).toString(),
+                 QStringLiteral("Docs\nfile\tFake"));
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("type")).toString(),
+                 QStringLiteral("file"));
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("url")).toString(),
+                 QStringLiteral("file:///tmp"));
+        // Nothing listed is still an array.
+        QCOMPARE(HostProcess(m_directory->filePath(QStringLiteral("empty")))
+                     .run({QStringLiteral("actions"), QStringLiteral("--json")})
+                     .out.trimmed()
+                     .remove(u'\n')
+                     .remove(u' '),
+                 QStringLiteral("[]"));
     }
 
     void openAddsResourcesAndRefusesMalformedUrls()
