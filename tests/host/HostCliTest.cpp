@@ -374,18 +374,9 @@ private Q_SLOTS:
     {
         const QString id = newAction();
         storage().setConfig(id, QStringLiteral("{\"action\":1}"));
-        const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
-        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
-                                                               QFile::ExeOwner | QFile::ReadOther |
-                                                               QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
-                                                           QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
+        QVERIFY(makeDataReadOnly());
         const auto [host, prefix] = asNobody();
-        const auto restore = qScopeGuard([&] {
-            QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-            QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner);
-        });
+        const auto restore = qScopeGuard([this] { makeDataWritable(); });
 
         const auto get = host->run({QStringLiteral("config"), QStringLiteral("get"), id}, prefix);
         QVERIFY2(get.exitCode == 0, qPrintable(get.err));
@@ -411,18 +402,11 @@ private Q_SLOTS:
             0);
         const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
 
-        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
-                                                               QFile::ExeOwner | QFile::ReadOther |
-                                                               QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
-                                                           QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
+        QVERIFY(makeDataReadOnly());
         const auto [host, prefix] = asNobody();
         const auto result = host->run(
             {QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":0}")}, prefix);
-        QVERIFY(
-            QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(makeDataWritable());
 
         QCOMPARE(result.exitCode, 1);
         QVERIFY2(result.err.contains(database), qPrintable(result.err));
@@ -441,6 +425,25 @@ private:
 
     // Opened for each look, so that no connection of the test's is open while the host runs.
     HostStorage storage() const { return HostStorage(dataDirectory()); }
+
+    // The data as others may see it: folders to look into, nothing to write.
+    bool makeDataReadOnly() const
+    {
+        const QFile::Permissions look =
+            QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        return QFile::setPermissions(m_directory->path(), look | QFile::WriteOwner) &&
+               QFile::setPermissions(dataDirectory(), look) &&
+               QFile::setPermissions(dataDirectory() + QStringLiteral("/host.sqlite"),
+                                     QFile::ReadOwner | QFile::ReadOther);
+    }
+
+    bool makeDataWritable() const
+    {
+        return QFile::setPermissions(dataDirectory(),
+                                     QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) &&
+               QFile::setPermissions(dataDirectory() + QStringLiteral("/host.sqlite"),
+                                     QFile::ReadOwner | QFile::WriteOwner);
+    }
 
     // A host for a user other than the owner of the data: root reads and writes whatever the permissions
     // say, so as root the commands run as nobody instead, from a copy of the executable that nobody can
