@@ -221,6 +221,18 @@ private Q_SLOTS:
         QCOMPARE(text(call(QStringLiteral("GetConfig"), {id}, reader)), QStringLiteral("{\"new\":1}"));
     }
 
+    void aWriteAheadLogDeletedUnderTheHostIsReported()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":1}"), id})));
+        const QString log = dataDirectory() + QStringLiteral("/host.sqlite-wal");
+        QVERIFY(QFile::remove(log));
+        const QDBusMessage reply = call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":2}"), id});
+        QCOMPARE(reply.errorName(), QStringLiteral("org.vendel.Host1.Error.StorageFailed"));
+        QVERIFY2(reply.errorMessage().contains(QStringLiteral("write-ahead log %1 was deleted").arg(log)),
+                 qPrintable(reply.errorMessage()));
+    }
+
     void theFirstStartWaitsForALockHeldByAnotherProcess()
     {
         QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
