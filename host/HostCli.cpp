@@ -83,7 +83,8 @@ QString HostCli::usage()
         "shown escaped (\\t, \\n, \\x01); --json prints the exact texts as a JSON array of objects.\n"
         "\n"
         "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel); it is\n"
-        "kept private to you. Commands that only read never write to it, and work where it is read-only.\n"
+        "kept private to you. Commands that only read open the database read-only, so they work where\n"
+        "the folder is read-only and never wait for a command that writes.\n"
         "Exit status: 0 done, 1 could not be done, 2 wrong command line.\n");
 }
 
