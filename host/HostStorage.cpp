@@ -335,12 +335,16 @@ void HostStorage::openReadOnly()
     bool present = false;
     try {
         present = hasSchema();
-    } catch (const HostError&) {
+    } catch (const HostError& error) {
         // A reader of a write-ahead log needs its index file, which a read-only folder cannot hold. When
         // there is no log, the database file holds every committed write and can be read as it stands.
         const QFileInfo log(databasePath() + QStringLiteral("-wal"));
         if (log.exists() && log.size() > 0) {
-            throw;
+            throw HostError(error.message() +
+                            QStringLiteral(" Its write-ahead log %1 holds writes that cannot be read without "
+                                           "an index file next to it; a command that writes, run by someone "
+                                           "who may write the folder, folds them into the database.")
+                                .arg(log.filePath()));
         }
         QSqlDatabase::database(m_connectionName, false).close();
         QSqlDatabase::removeDatabase(m_connectionName);
