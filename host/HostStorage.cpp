@@ -5,6 +5,7 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -32,6 +33,8 @@ constexpr auto pluginFolderName = "plugins";
 constexpr int busyTimeoutMs = 10000;
 // During set-up a lock is retried in short steps, so the wait can be announced and bounded as a whole.
 constexpr int setUpStepMs = 50;
+// A wait shorter than this is another start finishing its own set-up, not worth a word.
+constexpr int setUpNoticeAfterMs = 1000;
 constexpr mode_t privateFolderMode = 0700;
 constexpr mode_t privateFileMode = 0600;
 
@@ -264,6 +267,8 @@ void HostStorage::setUp()
     const QString path = databasePath();
     run(m_connectionName, path, QStringLiteral("PRAGMA busy_timeout=%1").arg(setUpStepMs));
     const QDeadlineTimer deadline(setUpTimeoutMs);
+    QElapsedTimer waited;
+    waited.start();
     bool announced = false;
     for (;;) {
         try {
@@ -291,7 +296,7 @@ void HostStorage::setUp()
                                     .arg(path)
                                     .arg(setUpTimeoutMs / 1000));
             }
-            if (!announced && m_notify) {
+            if (!announced && m_notify && waited.elapsed() >= setUpNoticeAfterMs) {
                 m_notify(QStringLiteral("The database %1 is locked by another process; waiting for it (up "
                                         "to %2 s).")
                              .arg(path)
