@@ -1,7 +1,4 @@
-// Answers each method from storage. Reads are answered on the bus thread, which never waits for a lock:
-// the write-ahead log lets a reader go past a writer. Writes run one after another on a thread of their
-// own, so a write that waits for another process's lock holds up only the writes queued behind it, and a
-// client's later calls, which must see its own writes. A write is committed before its reply is sent.
+// Answers each method from storage: reads at once on the bus thread, writes in order on a writer thread.
 #include "HostService.h"
 
 #include "HostAdaptor.h"
@@ -91,6 +88,10 @@ HostStorage& HostService::writerStorage()
     return *m_writerStorage;
 }
 
+// Reads never wait for a lock on the bus thread: the write-ahead log lets a reader go past a writer. Writes
+// run one after another on their own thread, so a write that waits for another process's lock holds up
+// only the writes queued behind it, and the same client's later calls, which must see its own writes. A
+// write is committed before its reply is sent, so an answered write survives the host being killed.
 void HostService::perform(Work work, const Job& job)
 {
     setDelayedReply(true);
