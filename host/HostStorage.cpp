@@ -327,6 +327,11 @@ void HostStorage::openReadOnly()
         throw HostError(
             QStringLiteral("Cannot use the data folder %1: it is not a folder.").arg(m_dataDirectory));
     }
+    // A folder closed to us is not an empty host: its database may well be there.
+    if (folder.exists() && ::access(QFile::encodeName(m_dataDirectory).constData(), R_OK | X_OK) != 0) {
+        throw HostError(
+            QStringLiteral("Cannot read the data folder %1: %2.").arg(m_dataDirectory, errnoText()));
+    }
     if (QFileInfo(databasePath()).isDir()) {
         throw HostError(QStringLiteral("Cannot open the database %1: it is a folder.").arg(databasePath()));
     }

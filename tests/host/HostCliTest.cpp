@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace VendelHost;
@@ -357,6 +358,35 @@ private Q_SLOTS:
             QVERIFY2(result.err.contains(QStringLiteral("Cannot use the data folder %1").arg(file)),
                      qPrintable(result.err));
         }
+    }
+
+    void anotherUserCannotReadTheData()
+    {
+        // Under the usual umask, files would be readable by all; the host's are not.
+        const mode_t previousMask = ::umask(022);
+        const auto added =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendel://add-resources/%5B%5D")});
+        ::umask(previousMask);
+        QCOMPARE(added.exitCode, 0);
+        // The temporary folder above is open to all, so only the host's own permissions stand in the way.
+        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
+                                                               QFile::ExeOwner | QFile::ReadOther |
+                                                               QFile::ExeOther));
+        const auto [host, prefix] = asNobody();
+        if (prefix.isEmpty()) {
+            QSKIP("Only root can become another user here.");
+        }
+        const auto listed = host->run({QStringLiteral("actions")}, prefix);
+        QCOMPARE(listed.exitCode, 1);
+        QVERIFY2(listed.err.contains(QStringLiteral("Cannot read the data folder %1").arg(dataDirectory())),
+                 qPrintable(listed.err));
+        QProcess reader;
+        reader.start(prefix.constFirst(),
+                     prefix.mid(1) + QStringList{QStringLiteral("cat"),
+                                                 dataDirectory() + QStringLiteral("/host.sqlite")});
+        QVERIFY(reader.waitForFinished());
+        QVERIFY(reader.exitCode() != 0);
+        QVERIFY(reader.readAllStandardOutput().isEmpty());
     }
 
     void configGetAnswersWhileAnotherProcessHoldsTheWriteLock()
