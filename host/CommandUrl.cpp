@@ -40,6 +40,8 @@ CommandUrl CommandUrl::parse(const QString& text)
 
     const QByteArray scheme = bytesOf(parsed.scheme);
     const QByteArray host = bytesOf(parsed.hostText);
+    const bool hasUserInfo = isPresent(parsed.userInfo);
+    const bool hasPort = isPresent(parsed.portText);
     const bool hasQuery = isPresent(parsed.query);
     const bool hasFragment = isPresent(parsed.fragment);
     QList<QByteArray> segments;
@@ -53,6 +55,10 @@ CommandUrl CommandUrl::parse(const QString& text)
     }
     if (host.isEmpty()) {
         throw HostError(QStringLiteral("\"%1\" names no command.").arg(text));
+    }
+    // The command is the whole authority: a user or a port would be dropped unseen, so it is refused.
+    if (hasUserInfo || hasPort) {
+        throw HostError(QStringLiteral("\"%1\" has a user or a port, which no command takes.").arg(text));
     }
     if (hasQuery || hasFragment) {
         throw HostError(

@@ -18,7 +18,7 @@ struct CommandUrl
     std::optional<QByteArray> argument;
 
     // Throws HostError when the text is no URL, not of the vendel scheme, names no command, or has a
-    // query or a fragment, which no command takes.
+    // user, a port, a query or a fragment, which no command takes.
     static CommandUrl parse(const QString& text);
 };
 

@@ -3,12 +3,16 @@
 
 #include "CommandUrlHandler.h"
 #include "HostError.h"
+#include "HostInput.h"
 #include "HostService.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringDecoder>
 #include <QTimer>
 
 using namespace std::chrono_literals;
@@ -20,6 +24,31 @@ namespace {
 // A run plays or pauses and quits at once; one that takes this long is stuck, not slow.
 constexpr auto runTimeout = 60s;
 constexpr auto busCheckInterval = 1s;
+
+// A cell as a person may read it, and a script split it: no control character, line or column separator
+// comes through as itself. Backslashes stay as they are, so a JSON text reads as written.
+QString visible(const QString& text)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar character : text) {
+        const char16_t code = character.unicode();
+        if (code == u'\t') {
+            shown += QStringLiteral("\\t");
+        } else if (code == u'\n') {
+            shown += QStringLiteral("\\n");
+        } else if (code == u'\r') {
+            shown += QStringLiteral("\\r");
+        } else if (code < 0x20 || code == 0x7f) {
+            shown += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
+        } else if ((code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029) {
+            shown += QStringLiteral("\\u%1").arg(int(code), 4, 16, QLatin1Char('0'));
+        } else {
+            shown += character;
+        }
+    }
+    return shown;
+}
 
 } // namespace
 
@@ -33,14 +62,15 @@ QString HostCli::usage()
         "Commands:\n"
         "  action new <plugin> [--no-edit]  Create an action for an installed plugin, print its identifier\n"
         "                                   and open it in the plugin's editor (unless --no-edit)\n"
-        "  actions                          List the actions: identifier, plugin, configuration\n"
+        "  actions [--json]                 List the actions: identifier, plugin, configuration\n"
         "  run <id>                         Run an action and wait until its plugin has finished\n"
         "  edit <id>                        Open an action in its plugin's editor\n"
         "  configure <plugin>               Open a plugin's preferences\n"
         "  config get <id>                  Print an action's configuration\n"
-        "  config set <id> <json>           Replace an action's configuration with a JSON text\n"
-        "  plugins                          List the installed plugins: name, executable\n"
-        "  resources                        List the resources that plugins have added\n"
+        "  config set <id> <json>           Replace an action's configuration with a JSON object or array\n"
+        "                                   (at most 1 MiB)\n"
+        "  plugins [--json]                 List the installed plugins: name, executable\n"
+        "  resources [--json]               List the resources that plugins have added\n"
         "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
         "  serve                            Serve org.vendel.Host on the session bus until stopped\n"
         "  --help                           Show this help\n"
@@ -50,7 +80,12 @@ QString HostCli::usage()
         "bus when started without a launch URL. A launch starts the plugin's executable with the URL\n"
         "vendelplugin://run/<id>, vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
         "\n"
-        "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel).\n"
+        "Lists are tab-separated, one row a line, with tabs, line breaks and other control characters\n"
+        "shown escaped (\\t, \\n, \\x01); --json prints the exact texts as a JSON array of objects.\n"
+        "\n"
+        "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel); it is\n"
+        "kept private to you. Commands that only read open the database read-only, so they work where\n"
+        "the folder is read-only and never wait for a command that writes.\n"
         "Exit status: 0 done, 1 could not be done, 2 wrong command line.\n");
 }
 
@@ -65,6 +100,22 @@ int HostCli::run(const QStringList& arguments)
         m_err << "vendel-host: " << error.message() << Qt::endl;
         return failure;
     }
+}
+
+int HostCli::run(const QList<QByteArray>& arguments)
+{
+    QStringList texts;
+    for (qsizetype index = 0; index < arguments.size(); ++index) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString text = decoder.decode(arguments.at(index));
+        if (decoder.hasError()) {
+            return usageFailure(
+                QStringLiteral("argument %1 is not valid UTF-8; texts are kept exactly, so it is refused.")
+                    .arg(index + 1));
+        }
+        texts.append(text);
+    }
+    return run(texts);
 }
 
 int HostCli::usageFailure(const QString& message)
@@ -104,7 +155,7 @@ int HostCli::dispatch(const QStringList& arguments)
         return config(rest);
     }
     if (command == u"actions") {
-        return expect(0, QStringLiteral("actions")) ? listActions() : usageError;
+        return listActions(rest);
     }
     if (command == u"run") {
         return expect(1, QStringLiteral("run <id>")) ? runAction(rest.constFirst()) : usageError;
@@ -117,10 +168,10 @@ int HostCli::dispatch(const QStringList& arguments)
                                                                : usageError;
     }
     if (command == u"plugins") {
-        return expect(0, QStringLiteral("plugins")) ? listPlugins() : usageError;
+        return listPlugins(rest);
     }
     if (command == u"resources") {
-        return expect(0, QStringLiteral("resources")) ? listResources() : usageError;
+        return listResources(rest);
     }
     if (command == u"open") {
         return expect(1, QStringLiteral("open <vendel-url>")) ? openCommandUrl(rest.constFirst())
@@ -132,10 +183,14 @@ int HostCli::dispatch(const QStringList& arguments)
     return usageFailure(QStringLiteral("unknown command \"%1\".").arg(command));
 }
 
-HostStorage& HostCli::storage()
+HostStorage& HostCli::storage(HostStorage::Access access)
 {
-    if (!m_storage) {
-        m_storage = std::make_unique<HostStorage>(HostStorage::defaultDataDirectory());
+    if (!m_storage || (access == HostStorage::Access::ReadWrite && m_storageAccess != access)) {
+        m_storage.reset();
+        m_storage = std::make_unique<HostStorage>(
+            HostStorage::defaultDataDirectory(), access,
+            [this](const QString& notice) { m_err << "vendel-host: " << notice << Qt::endl; });
+        m_storageAccess = access;
     }
     return *m_storage;
 }
@@ -170,6 +225,7 @@ int HostCli::newAction(const QStringList& arguments)
     if (arguments.size() < 2 || (arguments.size() == 3 && !noEdit) || arguments.size() > 3) {
         return usageFailure(shape);
     }
+    storage(HostStorage::Access::ReadWrite);
     const HostStorage::Plugin plugin = installedPlugin(arguments.at(1));
     const QString id = storage().createAction(plugin.name);
     m_out << id << Qt::endl;
@@ -179,12 +235,17 @@ int HostCli::newAction(const QStringList& arguments)
     return success;
 }
 
-int HostCli::listActions()
+int HostCli::listActions(const QStringList& arguments)
 {
-    for (const HostStorage::Action& action : storage().actions()) {
-        m_out << action.id << '\t' << action.plugin << '\t' << action.config << '\n';
-    }
-    return success;
+    return list(arguments, QStringLiteral("actions"),
+                {QStringLiteral("id"), QStringLiteral("plugin"), QStringLiteral("config")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostStorage::Action& action : storage.actions()) {
+                        rows.append({action.id, action.plugin, action.config});
+                    }
+                    return rows;
+                });
 }
 
 int HostCli::runAction(const QString& id)
@@ -215,14 +276,15 @@ int HostCli::config(const QStringList& arguments)
     }
     if (arguments.size() == 3 && arguments.constFirst() == u"set") {
         const QString& json = arguments.at(2);
-        QJsonParseError error;
-        QJsonDocument::fromJson(json.toUtf8(), &error);
-        if (error.error != QJsonParseError::NoError) {
-            return usageFailure(
-                QStringLiteral("the configuration is not a valid JSON object or array: %1 at offset %2.")
-                    .arg(error.errorString())
-                    .arg(error.offset));
+        // An empty text from a person is more likely an unset shell variable than a wish to clear.
+        const auto problem = json.isEmpty() ? std::optional<QString>(QStringLiteral(
+                                                  "the configuration is not a valid JSON object or array: "
+                                                  "it is empty."))
+                                            : HostInput::configProblem(json);
+        if (problem) {
+            return usageFailure(*problem);
         }
+        storage(HostStorage::Access::ReadWrite);
         existingAction(arguments.at(1));
         // The text is kept as given, not re-encoded, so the plugin reads back exactly what was set.
         storage().setConfig(arguments.at(1), json);
@@ -231,27 +293,66 @@ int HostCli::config(const QStringList& arguments)
     return usageFailure(QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>"));
 }
 
-int HostCli::listPlugins()
+int HostCli::listPlugins(const QStringList& arguments)
 {
-    for (const HostStorage::Plugin& plugin : storage().plugins()) {
-        m_out << plugin.name << '\t' << plugin.path << '\n';
-    }
-    return success;
+    return list(arguments, QStringLiteral("plugins"), {QStringLiteral("name"), QStringLiteral("path")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostStorage::Plugin& plugin : storage.plugins()) {
+                        rows.append({plugin.name, plugin.path});
+                    }
+                    return rows;
+                });
 }
 
-int HostCli::listResources()
+int HostCli::listResources(const QStringList& arguments)
 {
-    for (const HostResource& resource : storage().resources()) {
-        m_out << resource.type << '\t' << resource.name << '\t' << resource.url << '\n';
+    return list(arguments, QStringLiteral("resources"),
+                {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("url")},
+                [](HostStorage& storage) {
+                    QList<QStringList> rows;
+                    for (const HostResource& resource : storage.resources()) {
+                        rows.append({resource.type, resource.name, resource.url});
+                    }
+                    return rows;
+                });
+}
+
+int HostCli::list(const QStringList& arguments, const QString& command, const QStringList& keys,
+                  const std::function<QList<QStringList>(HostStorage&)>& rows)
+{
+    const bool json = arguments == QStringList{QStringLiteral("--json")};
+    if (!arguments.isEmpty() && !json) {
+        return usageFailure(QStringLiteral("usage: vendel-host %1 [--json]").arg(command));
+    }
+    const QList<QStringList> table = rows(storage());
+    if (json) {
+        QJsonArray array;
+        for (const QStringList& row : table) {
+            QJsonObject object;
+            for (qsizetype column = 0; column < keys.size(); ++column) {
+                object.insert(keys.at(column), row.at(column));
+            }
+            array.append(object);
+        }
+        m_out << QJsonDocument(array).toJson(QJsonDocument::Indented);
+        return success;
+    }
+    for (const QStringList& row : table) {
+        QStringList cells;
+        for (const QString& cell : row) {
+            cells.append(visible(cell));
+        }
+        m_out << cells.join(u'\t') << '\n';
     }
     return success;
 }
 
 int HostCli::openCommandUrl(const QString& url)
 {
-    const QStringList lines = CommandUrlHandler(storage()).handle(url);
+    const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
-        m_out << line << '\n';
+        m_out << visible(line) << '\n';
     }
     return success;
 }
@@ -260,7 +361,7 @@ int HostCli::serve()
 {
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
-    HostService service(storage());
+    HostService service(storage(HostStorage::Access::ReadWrite));
     QDBusConnection bus = QDBusConnection::sessionBus();
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include <functional>
 #include <memory>
 
 namespace VendelHost {
@@ -23,23 +24,30 @@ public:
 
     // Carries out one command line (without the program's name) and returns the exit status.
     int run(const QStringList& arguments);
+    // The same from the bytes the system passed: an argument that is not UTF-8 is a wrong command line,
+    // never replaced by stand-in characters.
+    int run(const QList<QByteArray>& arguments);
 
     static QString usage();
 
 private:
     int dispatch(const QStringList& arguments);
     int newAction(const QStringList& arguments);
-    int listActions();
+    int listActions(const QStringList& arguments);
     int runAction(const QString& id);
     int editAction(const QString& id);
     int configurePlugin(const QString& name);
     int config(const QStringList& arguments);
-    int listPlugins();
-    int listResources();
+    int listPlugins(const QStringList& arguments);
+    int listResources(const QStringList& arguments);
+    // Prints rows as a table with control characters shown escaped, or as a JSON array of objects.
+    int list(const QStringList& arguments, const QString& command, const QStringList& keys,
+             const std::function<QList<QStringList>(HostStorage&)>& rows);
     int openCommandUrl(const QString& url);
     int serve();
 
-    HostStorage& storage();
+    // Opened on first use; a command that only reads opens it for reading only.
+    HostStorage& storage(HostStorage::Access access = HostStorage::Access::ReadOnly);
     HostStorage::Action existingAction(const QString& id);
     HostStorage::Plugin installedPlugin(const QString& name);
     int usageFailure(const QString& message);
@@ -47,6 +55,7 @@ private:
     QTextStream& m_out;
     QTextStream& m_err;
     std::unique_ptr<HostStorage> m_storage;
+    HostStorage::Access m_storageAccess = HostStorage::Access::ReadOnly;
 };
 
 } // namespace VendelHost

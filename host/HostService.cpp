@@ -1,18 +1,55 @@
-// Answers each method from storage. A write is committed before its method returns, so by the time the
-// client has the reply, the value is on disk.
+// Answers each method from storage: reads at once on the bus thread, writes in order on a writer thread.
 #include "HostService.h"
 
 #include "HostAdaptor.h"
 #include "HostError.h"
+#include "HostInput.h"
+#include "PluginInstaller.h"
 
 #include <QDBusConnectionInterface>
 
 namespace VendelHost {
 
+namespace {
+
+// A call that storage cannot answer as asked, with the error name the client sees.
+struct Refusal
+{
+    const char* errorName;
+    QString message;
+};
+
+QDBusMessage respond(const QDBusMessage& call, const std::function<QVariantList(HostStorage&)>& job,
+                     const std::function<HostStorage&()>& storage)
+{
+    try {
+        return call.createReply(job(storage()));
+    } catch (const Refusal& refusal) {
+        return call.createErrorReply(QString::fromLatin1(refusal.errorName), refusal.message);
+    } catch (const HostError& error) {
+        return call.createErrorReply(QString::fromLatin1(HostService::storageError), error.message());
+    }
+}
+
+} // namespace
+
 HostService::HostService(HostStorage& storage, QObject* parent)
-    : QObject(parent), m_storage(storage), m_installer(storage)
+    : QObject(parent), m_storage(storage), m_dataDirectory(storage.dataDirectory()),
+      m_writer(std::make_unique<QObject>())
 {
     new Host1Adaptor(this);
+    m_writerThread.setObjectName(QStringLiteral("vendel-host writer"));
+    m_writer->moveToThread(&m_writerThread);
+    m_writerThread.start();
+}
+
+HostService::~HostService()
+{
+    // The writer's connection belongs to its thread and is closed there, after the queued writes.
+    QMetaObject::invokeMethod(
+        m_writer.get(), [this] { m_writerStorage.reset(); }, Qt::BlockingQueuedConnection);
+    m_writerThread.quit();
+    m_writerThread.wait();
 }
 
 void HostService::serveOn(QDBusConnection bus)
@@ -38,56 +75,106 @@ void HostService::serveOn(QDBusConnection bus)
     }
 }
 
-void HostService::fail(const char* errorName, const QString& message)
+void HostService::refuse(const char* errorName, const QString& message)
 {
     sendErrorReply(QString::fromLatin1(errorName), message);
 }
 
+HostStorage& HostService::writerStorage()
+{
+    if (!m_writerStorage) {
+        m_writerStorage = std::make_unique<HostStorage>(m_dataDirectory);
+    }
+    return *m_writerStorage;
+}
+
+// Reads never wait for a lock on the bus thread: the write-ahead log lets a reader go past a writer. Writes
+// run one after another on their own thread, so a write that waits for another process's lock holds up
+// only the writes queued behind it, and the same client's later calls, which must see its own writes. A
+// write is committed before its reply is sent, so an answered write survives the host being killed.
+void HostService::perform(Work work, const Job& job)
+{
+    setDelayedReply(true);
+    const QDBusMessage call = message();
+    QDBusConnection bus = connection();
+    const QString client = call.service();
+    if (work == Work::Read && !m_queued.contains(client)) {
+        bus.send(respond(call, job, [this]() -> HostStorage& { return m_storage; }));
+        return;
+    }
+    ++m_queued[client];
+    QMetaObject::invokeMethod(
+        m_writer.get(),
+        [this, call, job, bus, client] {
+            const QDBusMessage reply =
+                respond(call, job, [this]() -> HostStorage& { return writerStorage(); });
+            QMetaObject::invokeMethod(
+                this,
+                [this, reply, bus, client]() mutable {
+                    bus.send(reply);
+                    if (--m_queued[client] == 0) {
+                        m_queued.remove(client);
+                    }
+                },
+                Qt::QueuedConnection);
+        },
+        Qt::QueuedConnection);
+}
+
 QString HostService::GetConfig(const QString& actionID)
 {
-    try {
+    perform(Work::Read, [actionID](HostStorage& storage) -> QVariantList {
         // An action the host does not know has no configuration, which the plugin reads as its default.
-        const auto action = m_storage.action(actionID);
-        return action ? action->config : QString();
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
-        return {};
-    }
+        const auto action = storage.action(actionID);
+        return {action ? action->config : QString()};
+    });
+    return {};
 }
 
 void HostService::SetConfig(const QString& config, const QString& actionID)
 {
-    try {
-        // Only the host makes actions, so a write for an unknown one is a plugin's mistake, not a new action.
-        if (!m_storage.setConfig(actionID, config)) {
-            fail(noSuchActionError, QStringLiteral("There is no action \"%1\".").arg(actionID));
-        }
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
+    if (const auto problem = HostInput::configProblem(config)) {
+        refuse(invalidConfigError, problem->at(0).toUpper() + problem->mid(1));
+        return;
     }
+    perform(Work::Write, [config, actionID](HostStorage& storage) -> QVariantList {
+        // Only the host makes actions, so a write for an unknown one is a plugin's mistake, not a new action.
+        if (!storage.setConfig(actionID, config)) {
+            throw Refusal{noSuchActionError, QStringLiteral("There is no action \"%1\".").arg(actionID)};
+        }
+        return {};
+    });
 }
 
 QString HostService::GetGlobalConfig(const QString& bundleID)
 {
-    try {
-        return m_storage.globalConfig(bundleID);
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
+    if (!HostInput::isBundleIdentifier(bundleID)) {
+        refuse(invalidArgumentError,
+               QStringLiteral("\"%1\" is no reverse-DNS bundle identifier, such as org.example.plugin.")
+                   .arg(bundleID));
         return {};
     }
+    perform(Work::Read,
+            [bundleID](HostStorage& storage) -> QVariantList { return {storage.globalConfig(bundleID)}; });
+    return {};
 }
 
 void HostService::SetGlobalConfig(const QString& config, const QString& bundleID)
 {
-    if (bundleID.isEmpty()) {
-        fail("org.freedesktop.DBus.Error.InvalidArgs", QStringLiteral("The bundle identifier is empty."));
+    if (!HostInput::isBundleIdentifier(bundleID)) {
+        refuse(invalidArgumentError,
+               QStringLiteral("\"%1\" is no reverse-DNS bundle identifier, such as org.example.plugin.")
+                   .arg(bundleID));
         return;
     }
-    try {
-        m_storage.setGlobalConfig(bundleID, config);
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
+    if (const auto problem = HostInput::configProblem(config)) {
+        refuse(invalidConfigError, problem->at(0).toUpper() + problem->mid(1));
+        return;
     }
+    perform(Work::Write, [config, bundleID](HostStorage& storage) -> QVariantList {
+        storage.setGlobalConfig(bundleID, config);
+        return {};
+    });
 }
 
 QString HostService::GetPluginFolderPath()
@@ -97,41 +184,57 @@ QString HostService::GetPluginFolderPath()
 
 QString HostService::GetPathOfPlugin(const QString& pluginID)
 {
-    try {
-        if (const auto plugin = m_storage.plugin(pluginID)) {
-            return plugin->path;
+    perform(Work::Read, [pluginID](HostStorage& storage) -> QVariantList {
+        if (const auto plugin = storage.plugin(pluginID)) {
+            return {plugin->path};
         }
-        fail(noSuchPluginError, QStringLiteral("There is no plugin \"%1\".").arg(pluginID));
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
-    }
+        throw Refusal{noSuchPluginError, QStringLiteral("There is no plugin \"%1\".").arg(pluginID)};
+    });
     return {};
 }
 
 QString HostService::IsPluginInstalledAtPath(const QString& path)
 {
-    try {
-        return m_installer.isInstalledAtPath(path) ? QStringLiteral("true") : QStringLiteral("false");
-    } catch (const HostError& error) {
-        fail(storageError, error.message());
-        return {};
-    }
+    perform(Work::Read, [path](HostStorage& storage) -> QVariantList {
+        return {PluginInstaller(storage).isInstalledAtPath(path) ? QStringLiteral("true")
+                                                                 : QStringLiteral("false")};
+    });
+    return {};
 }
 
 void HostService::InstallPlugin()
 {
     // The caller is who the bus says it is: its process, then that process's executable. Nothing the
     // caller could claim about itself is trusted.
-    const auto pid = connection().interface()->servicePid(message().service());
-    if (!pid.isValid()) {
-        fail(installError, QStringLiteral("Cannot identify the caller: %1").arg(pid.error().message()));
+    const QString caller = message().service();
+    QDBusConnectionInterface* daemon = connection().interface();
+    QString executable;
+    try {
+        executable = PluginInstaller::callerExecutable(
+            [&] {
+                const auto pid = daemon->servicePid(caller);
+                if (!pid.isValid()) {
+                    throw HostError(
+                        QStringLiteral("Cannot identify the caller: %1").arg(pid.error().message()));
+                }
+                return qint64(pid.value());
+            },
+            [&] {
+                const auto connected = daemon->isServiceRegistered(caller);
+                return connected.isValid() && connected.value();
+            });
+    } catch (const HostError& error) {
+        refuse(installError, error.message());
         return;
     }
-    try {
-        m_installer.install(PluginInstaller::executableOfProcess(pid.value()));
-    } catch (const HostError& error) {
-        fail(installError, error.message());
-    }
+    perform(Work::Write, [executable](HostStorage& storage) -> QVariantList {
+        try {
+            PluginInstaller(storage).install(executable);
+        } catch (const HostError& error) {
+            throw Refusal{installError, error.message()};
+        }
+        return {};
+    });
 }
 
 } // namespace VendelHost

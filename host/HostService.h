@@ -2,11 +2,16 @@
 #pragma once
 
 #include "HostStorage.h"
-#include "PluginInstaller.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
+#include <QHash>
 #include <QObject>
+#include <QThread>
+
+#include <functional>
+#include <memory>
 
 namespace VendelHost {
 
@@ -21,14 +26,20 @@ public:
     static constexpr auto noSuchActionError = "org.vendel.Host1.Error.NoSuchAction";
     static constexpr auto storageError = "org.vendel.Host1.Error.StorageFailed";
     static constexpr auto installError = "org.vendel.Host1.Error.InstallFailed";
+    static constexpr auto invalidConfigError = "org.vendel.Host1.Error.InvalidConfig";
+    static constexpr auto invalidArgumentError = "org.freedesktop.DBus.Error.InvalidArgs";
 
+    // Reads are answered from this storage on the bus thread; writes go to a connection of their own on
+    // the writer thread.
     explicit HostService(HostStorage& storage, QObject* parent = nullptr);
+    ~HostService() override;
 
     // Exports the object, then claims the name, so a client that sees the name can call at once. Throws
     // HostError when the bus refuses, or another process already serves the name.
     void serveOn(QDBusConnection bus);
 
-    // The interface's methods, called by the adaptor. Failures become error replies.
+    // The interface's methods, called by the adaptor. Every reply is sent by the service itself, now or
+    // when the writer has finished; what these return is not used.
     QString GetConfig(const QString& actionID);
     void SetConfig(const QString& config, const QString& actionID);
     QString GetGlobalConfig(const QString& bundleID);
@@ -39,10 +50,27 @@ public:
     void InstallPlugin();
 
 private:
-    void fail(const char* errorName, const QString& message);
+    enum class Work
+    {
+        Read,
+        Write,
+    };
+    using Job = std::function<QVariantList(HostStorage&)>;
+
+    // Answers the current call with what the job returns. A read runs at once, unless the same client
+    // still has a write queued, which it must see; a write is queued for the writer thread.
+    void perform(Work work, const Job& job);
+    void refuse(const char* errorName, const QString& message);
+    HostStorage& writerStorage();
 
     HostStorage& m_storage;
-    PluginInstaller m_installer;
+    QString m_dataDirectory;
+    QThread m_writerThread;
+    std::unique_ptr<QObject> m_writer;
+    // Used on the writer thread only, where its connection was made.
+    std::unique_ptr<HostStorage> m_writerStorage;
+    // How many calls of each client, by unique bus name, are queued on the writer thread.
+    QHash<QString, int> m_queued;
 };
 
 } // namespace VendelHost

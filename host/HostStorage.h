@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace VendelHost {
 
@@ -30,12 +31,26 @@ public:
         QString path;
     };
 
+    enum class Access
+    {
+        // Creates what is missing, makes the folder private and sets the database up once.
+        ReadWrite,
+        // Writes nothing, not even the set-up: works on a folder the user may only read, and never waits
+        // for a writer. A folder without a database reads as an empty host.
+        ReadOnly,
+    };
+
+    // Receives the one-line notices a person should see: a folder made private, a wait for a lock.
+    using Notify = std::function<void(const QString&)>;
+
     // The environment variable that moves the data folder, so tests and demos keep their own.
     static constexpr auto dataDirectoryVariable = "VENDEL_HOST_DATA_DIR";
+    // A first start waits this long for another process's set-up or write before it gives up.
+    static constexpr int setUpTimeoutMs = 30000;
 
     // Opens the database in the folder, creating both when needed. Throws HostError naming the path and
     // the reason when the folder or the database cannot be made, read or written.
-    explicit HostStorage(const QString& dataDirectory);
+    explicit HostStorage(const QString& dataDirectory, Access access = Access::ReadWrite, Notify notify = {});
     ~HostStorage();
     HostStorage(const HostStorage&) = delete;
     HostStorage& operator=(const HostStorage&) = delete;
@@ -68,11 +83,21 @@ public:
     QList<HostResource> resources() const;
 
 private:
-    void open();
+    void makePrivateFolder();
+    void openWritable();
+    void openReadOnly();
+    void openConnection(const QString& name, const QString& options);
+    bool hasSchema();
+    void setUp();
     void write(const std::function<void()>& statements);
+    void checkWriteAheadLog();
 
     QString m_dataDirectory;
     QString m_connectionName;
+    Access m_access;
+    Notify m_notify;
+    // The log this connection writes to, known by its inode: another file there means ours was deleted.
+    std::optional<std::pair<quint64, quint64>> m_logIdentity;
 };
 
 } // namespace VendelHost

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sys/stat.h>
 
 namespace VendelHost {
 
@@ -21,14 +22,35 @@ QString PluginInstaller::executableOfProcess(qint64 pid)
     if (target.isEmpty()) {
         throw HostError(QStringLiteral("Cannot find the executable of process %1.").arg(pid));
     }
-    // The kernel marks an executable that was removed after the process started; that file is no plugin.
+    // The kernel marks an executable removed since the start with " (deleted)", and a file may be named
+    // like that on purpose: only the very file the process runs, the same device and inode, is its plugin.
     const QString canonical = QFileInfo(target).canonicalFilePath();
-    if (canonical.isEmpty()) {
-        throw HostError(QStringLiteral("The executable of process %1 (%2) no longer exists; start it again.")
-                            .arg(pid)
-                            .arg(target));
+    struct stat running = {};
+    struct stat named = {};
+    if (canonical.isEmpty() || ::stat(QFile::encodeName(link).constData(), &running) != 0 ||
+        ::stat(QFile::encodeName(canonical).constData(), &named) != 0 || running.st_dev != named.st_dev ||
+        running.st_ino != named.st_ino) {
+        throw HostError(
+            QStringLiteral(
+                "The executable of process %1 (%2) no longer exists or was replaced; start it again.")
+                .arg(pid)
+                .arg(target));
     }
     return canonical;
+}
+
+QString PluginInstaller::callerExecutable(const std::function<qint64()>& callerProcess,
+                                          const std::function<bool()>& callerStillConnected)
+{
+    const qint64 pid = callerProcess();
+    const QString executable = executableOfProcess(pid);
+    if (!callerStillConnected()) {
+        throw HostError(
+            QStringLiteral("The caller (process %1) left the bus before it could be identified, as "
+                           "when it starts another program; nothing was installed.")
+                .arg(pid));
+    }
+    return executable;
 }
 
 QString PluginInstaller::pluginName(const QString& executablePath)
@@ -49,8 +71,9 @@ HostStorage::Plugin PluginInstaller::install(const QString& executablePath)
     // A new link takes the old one's place in one rename, so the folder never lacks the plugin meanwhile.
     const QDir folder(m_storage.pluginFolder());
     const QString linkPath = folder.filePath(plugin.name);
-    const QString temporaryPath = folder.filePath(
-        QStringLiteral(".%1.%2").arg(plugin.name, QUuid::createUuid().toString(QUuid::Id128)));
+    // Named apart from the plugin, so that any name that fits in a folder fits here too.
+    const QString temporaryPath =
+        folder.filePath(QStringLiteral(".install-%1").arg(QUuid::createUuid().toString(QUuid::Id128)));
     if (!QFile::link(path, temporaryPath)) {
         throw HostError(QStringLiteral("Cannot link %1 into the plugin folder %2.").arg(path, folder.path()));
     }

@@ -10,5 +10,10 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return VendelHost::HostCli(out, err).run(QCoreApplication::arguments().mid(1));
+    // The bytes as given: Qt's own decoding would turn invalid UTF-8 into stand-in characters unseen.
+    QList<QByteArray> arguments;
+    for (int index = 1; index < argc; ++index) {
+        arguments.append(QByteArray(argv[index]));
+    }
+    return VendelHost::HostCli(out, err).run(arguments);
 }

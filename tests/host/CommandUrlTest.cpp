@@ -55,6 +55,12 @@ private Q_SLOTS:
             << QStringLiteral("VENDEL://ping") << QStringLiteral("not a vendel:// command URL");
         QTest::newRow("no authority") << QStringLiteral("vendel:ping") << QStringLiteral("names no command");
         QTest::newRow("empty host") << QStringLiteral("vendel:///x") << QStringLiteral("names no command");
+        QTest::newRow("user and port") << QStringLiteral("vendel://u:p@add-resources:99/%5B%5D")
+                                       << QStringLiteral("has a user or a port");
+        QTest::newRow("user") << QStringLiteral("vendel://u@add-resources/%5B%5D")
+                              << QStringLiteral("has a user or a port");
+        QTest::newRow("port") << QStringLiteral("vendel://add-resources:99/%5B%5D")
+                              << QStringLiteral("has a user or a port");
         QTest::newRow("query") << QStringLiteral("vendel://add-resources/%5B%5D?x=1")
                                << QStringLiteral("query or a fragment");
         QTest::newRow("fragment") << QStringLiteral("vendel://add-resources/%5B%5D#x")

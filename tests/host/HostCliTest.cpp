@@ -1,14 +1,20 @@
 // Tests the vendel-host command line as people and scripts use it: a real process on a temporary folder.
+#include "DatabaseLock.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace VendelHost;
@@ -44,9 +50,9 @@ private Q_SLOTS:
     {
         const auto result = m_host->run({QStringLiteral("--help")});
         QCOMPARE(result.exitCode, 0);
-        for (const char* command :
-             {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>", "config get",
-              "config set", "plugins", "resources", "open", "serve", "VENDEL_HOST_DATA_DIR"}) {
+        for (const char* command : {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>",
+                                    "config get", "config set", "plugins", "resources", "open", "serve",
+                                    "--json", "1 MiB", "VENDEL_HOST_DATA_DIR"}) {
             QVERIFY2(result.out.contains(QLatin1String(command)), command);
         }
     }
@@ -92,7 +98,12 @@ private Q_SLOTS:
             {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"), QStringLiteral("--edit")},
             "usage: vendel-host action new");
         row("plugins with argument", {QStringLiteral("plugins"), QStringLiteral("x")},
-            "usage: vendel-host plugins");
+            "usage: vendel-host plugins [--json]");
+        row("actions with two",
+            {QStringLiteral("actions"), QStringLiteral("--json"), QStringLiteral("--json")},
+            "usage: vendel-host actions [--json]");
+        row("resources with other option", {QStringLiteral("resources"), QStringLiteral("--csv")},
+            "usage: vendel-host resources [--json]");
         row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
             "usage: vendel-host serve");
         row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
@@ -180,6 +191,21 @@ private Q_SLOTS:
         QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
     }
 
+    void invalidUtf8IsRefusedAndNeverReplaced()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        // Arguments are texts to QProcess, so the shell appends the one invalid byte.
+        const auto result =
+            m_host->run({QStringLiteral("config"), QStringLiteral("set"), id},
+                        {QStringLiteral("sh"), QStringLiteral("-c"),
+                         QStringLiteral("exec \"$0\" \"$@\" \"$(printf '{\"name\":\"\\377\"}')\"")});
+        QCOMPARE(result.exitCode, 2);
+        QVERIFY2(result.err.contains(QStringLiteral("argument 4 is not valid UTF-8")),
+                 qPrintable(result.err));
+        QCOMPARE(storage().action(id)->config, QStringLiteral("{\"action\":1}"));
+    }
+
     void anUnknownActionIsReported_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -251,6 +277,62 @@ private Q_SLOTS:
         QCOMPARE(result.out, QStringLiteral("stub\t%1\n").arg(stub));
     }
 
+    void forgedNamesStayInTheirRowAndColumn()
+    {
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        const QString forgedName = QStringLiteral("evil\nstub\t/usr/bin/x\r\x01\x7f\u0085\u2028");
+        data.recordPlugin({forgedName, QStringLiteral("/opt/evil")});
+        const QString id = data.createAction(stubName);
+        // A raw line break between JSON tokens is valid JSON, so a configuration can hold one too.
+        const QString config = QStringLiteral("{\"a\":\n1,\t\"b\":\"x\\ty\"}");
+        QVERIFY(data.setConfig(id, config));
+        data.addResources(
+            {{QStringLiteral("file"), QStringLiteral("Docs\nfile\tFake"), QStringLiteral("file:///tmp")}});
+
+        const auto plugins = m_host->run({QStringLiteral("plugins")});
+        QCOMPARE(plugins.exitCode, 0);
+        QCOMPARE(plugins.out,
+                 QStringLiteral("evil\\nstub\\t/usr/bin/x\\r\\x01\\x7f\\u0085\\u2028\t/opt/evil\nstub\t%1\n")
+                     .arg(stub));
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out,
+                 QStringLiteral("%1\tstub\t{\"a\":\\n1,\\t\"b\":\"x\\ty\"}\n").arg(id));
+        QCOMPARE(m_host->run({QStringLiteral("resources")}).out,
+                 QStringLiteral("file\tDocs\\nfile\\tFake\tfile:///tmp\n"));
+
+        // The JSON form gives each text back exactly.
+        const auto parse = [](const QString& out) { return QJsonDocument::fromJson(out.toUtf8()).array(); };
+        const QJsonArray pluginList =
+            parse(m_host->run({QStringLiteral("plugins"), QStringLiteral("--json")}).out);
+        QCOMPARE(pluginList.size(), 2);
+        QCOMPARE(pluginList.at(0).toObject().value(QStringLiteral("name")).toString(), forgedName);
+        QCOMPARE(pluginList.at(0).toObject().value(QStringLiteral("path")).toString(),
+                 QStringLiteral("/opt/evil"));
+        QCOMPARE(pluginList.at(1).toObject().value(QStringLiteral("name")).toString(), stubName);
+        const QJsonArray actionList =
+            parse(m_host->run({QStringLiteral("actions"), QStringLiteral("--json")}).out);
+        QCOMPARE(actionList.size(), 1);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("id")).toString(), id);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("plugin")).toString(), stubName);
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("config")).toString(), config);
+        const QJsonArray resourceList =
+            parse(m_host->run({QStringLiteral("resources"), QStringLiteral("--json")}).out);
+        QCOMPARE(resourceList.size(), 1);
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("name")).toString(),
+                 QStringLiteral("Docs\nfile\tFake"));
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("type")).toString(),
+                 QStringLiteral("file"));
+        QCOMPARE(resourceList.at(0).toObject().value(QStringLiteral("url")).toString(),
+                 QStringLiteral("file:///tmp"));
+        // Nothing listed is still an array.
+        QCOMPARE(HostProcess(m_directory->filePath(QStringLiteral("empty")))
+                     .run({QStringLiteral("actions"), QStringLiteral("--json")})
+                     .out.trimmed()
+                     .remove(u'\n')
+                     .remove(u' '),
+                 QStringLiteral("[]"));
+    }
+
     void openAddsResourcesAndRefusesMalformedUrls()
     {
         const QString url =
@@ -289,6 +371,68 @@ private Q_SLOTS:
         }
     }
 
+    void anotherUserCannotReadTheData()
+    {
+        // Under the usual umask, files would be readable by all; the host's are not.
+        const mode_t previousMask = ::umask(022);
+        const auto added =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendel://add-resources/%5B%5D")});
+        ::umask(previousMask);
+        QCOMPARE(added.exitCode, 0);
+        // The temporary folder above is open to all, so only the host's own permissions stand in the way.
+        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
+                                                               QFile::ExeOwner | QFile::ReadOther |
+                                                               QFile::ExeOther));
+        const auto [host, prefix] = asNobody();
+        if (prefix.isEmpty()) {
+            QSKIP("Only root can become another user here.");
+        }
+        const auto listed = host->run({QStringLiteral("actions")}, prefix);
+        QCOMPARE(listed.exitCode, 1);
+        QVERIFY2(listed.err.contains(QStringLiteral("Cannot read the data folder %1").arg(dataDirectory())),
+                 qPrintable(listed.err));
+        QProcess reader;
+        reader.start(prefix.constFirst(),
+                     prefix.mid(1) + QStringList{QStringLiteral("cat"),
+                                                 dataDirectory() + QStringLiteral("/host.sqlite")});
+        QVERIFY(reader.waitForFinished());
+        QVERIFY(reader.exitCode() != 0);
+        QVERIFY(reader.readAllStandardOutput().isEmpty());
+    }
+
+    void configGetAnswersWhileAnotherProcessHoldsTheWriteLock()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        DatabaseLock lock(dataDirectory() + QStringLiteral("/host.sqlite"), DatabaseLock::Kind::Write);
+        QVERIFY(lock.isHeld());
+        const auto result = m_host->run({QStringLiteral("config"), QStringLiteral("get"), id});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+        QCOMPARE(result.out, QStringLiteral("{\"action\":1}\n"));
+    }
+
+    void readingCommandsWorkOnAFolderTheUserMayOnlyRead()
+    {
+        const QString id = newAction();
+        storage().setConfig(id, QStringLiteral("{\"action\":1}"));
+        QVERIFY(makeDataReadOnly());
+        const auto [host, prefix] = asNobody();
+        const auto restore = qScopeGuard([this] { makeDataWritable(); });
+
+        const auto get = host->run({QStringLiteral("config"), QStringLiteral("get"), id}, prefix);
+        QVERIFY2(get.exitCode == 0, qPrintable(get.err));
+        QCOMPARE(get.out, QStringLiteral("{\"action\":1}\n"));
+        for (const char* command : {"actions", "plugins", "resources"}) {
+            const auto listed = host->run({QString::fromLatin1(command)}, prefix);
+            QVERIFY2(listed.exitCode == 0, qPrintable(listed.err));
+        }
+        QCOMPARE(host->run({QStringLiteral("actions")}, prefix).out,
+                 QStringLiteral("%1\tstub\t{\"action\":1}\n").arg(id));
+        // Reading left nothing behind in the folder.
+        QCOMPARE(QDir(dataDirectory()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("host.sqlite")});
+    }
+
     void anUnwritableDatabaseIsReportedAndLosesNothing()
     {
         const QString id = newAction();
@@ -299,28 +443,11 @@ private Q_SLOTS:
             0);
         const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
 
-        // Root writes whatever the permissions say, so the write is tried as nobody instead.
-        QStringList prefix;
-        QVERIFY(QFile::setPermissions(m_directory->path(), QFile::ReadOwner | QFile::WriteOwner |
-                                                               QFile::ExeOwner | QFile::ReadOther |
-                                                               QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
-                                                           QFile::ExeOther));
-        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::ReadOther));
-        HostProcess host(dataDirectory());
-        if (::geteuid() == 0) {
-            prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
-                      QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
-            // The build folder may be closed to nobody; a copy in the open temporary folder is not.
-            const QString copy = m_directory->filePath(QStringLiteral("vendel-host"));
-            QVERIFY(QFile::copy(HostProcess::executable(), copy));
-            host.setExecutable(copy);
-        }
-        const auto result = host.run(
+        QVERIFY(makeDataReadOnly());
+        const auto [host, prefix] = asNobody();
+        const auto result = host->run(
             {QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{\"action\":0}")}, prefix);
-        QVERIFY(
-            QFile::setPermissions(dataDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        QVERIFY(QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(makeDataWritable());
 
         QCOMPARE(result.exitCode, 1);
         QVERIFY2(result.err.contains(database), qPrintable(result.err));
@@ -339,6 +466,44 @@ private:
 
     // Opened for each look, so that no connection of the test's is open while the host runs.
     HostStorage storage() const { return HostStorage(dataDirectory()); }
+
+    // The data as others may see it: folders to look into, nothing to write.
+    bool makeDataReadOnly() const
+    {
+        const QFile::Permissions look =
+            QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        return QFile::setPermissions(m_directory->path(), look | QFile::WriteOwner) &&
+               QFile::setPermissions(dataDirectory(), look) &&
+               QFile::setPermissions(dataDirectory() + QStringLiteral("/host.sqlite"),
+                                     QFile::ReadOwner | QFile::ReadOther);
+    }
+
+    bool makeDataWritable() const
+    {
+        return QFile::setPermissions(dataDirectory(),
+                                     QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) &&
+               QFile::setPermissions(dataDirectory() + QStringLiteral("/host.sqlite"),
+                                     QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    // A host for a user other than the owner of the data: root reads and writes whatever the permissions
+    // say, so as root the commands run as nobody instead, from a copy of the executable that nobody can
+    // reach. The prefix goes before each command line.
+    std::pair<std::unique_ptr<HostProcess>, QStringList> asNobody() const
+    {
+        auto host = std::make_unique<HostProcess>(dataDirectory());
+        QStringList prefix;
+        if (::geteuid() == 0) {
+            prefix = {QStringLiteral("setpriv"), QStringLiteral("--reuid=65534"),
+                      QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups")};
+            const QString copy = m_directory->filePath(QStringLiteral("vendel-host"));
+            if (!QFileInfo::exists(copy)) {
+                QFile::copy(HostProcess::executable(), copy);
+            }
+            host->setExecutable(copy);
+        }
+        return {std::move(host), prefix};
+    }
 
     void installStub(const QString& path) { HostStorage(dataDirectory()).recordPlugin({stubName, path}); }
 

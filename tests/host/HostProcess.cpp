@@ -69,11 +69,16 @@ bool HostProcess::isHostOnBus()
         .value();
 }
 
-bool HostProcess::serve()
+bool HostProcess::startServing()
 {
     m_server.setProcessEnvironment(environment());
     m_server.start(m_executable, {QStringLiteral("serve")});
-    if (!m_server.waitForStarted(timeoutMs)) {
+    return m_server.waitForStarted(timeoutMs);
+}
+
+bool HostProcess::serve()
+{
+    if (!startServing()) {
         return false;
     }
     return QTest::qWaitFor([this] { return isHostOnBus() || m_server.state() == QProcess::NotRunning; },

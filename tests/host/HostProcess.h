@@ -35,6 +35,8 @@ public:
 
     // Starts "vendel-host serve" and waits until it owns the host's bus name.
     bool serve();
+    // Starts it without waiting; false when it did not start.
+    bool startServing();
     // Ends the served host: SIGTERM waits for a normal exit, kill is kill -9.
     bool terminate();
     void kill();

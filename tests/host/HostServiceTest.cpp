@@ -1,5 +1,7 @@
 // Tests the served host over a private session bus: each method, installs by bus credentials, concurrent
 // writers, durability across kill -9, the plugin's own client, and activation on demand.
+#include "DatabaseLock.h"
+#include "HostInput.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
 
@@ -18,6 +20,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -120,6 +123,135 @@ private Q_SLOTS:
                  QStringLiteral("{\"a\":1}"));
         QCOMPARE(call(QStringLiteral("SetGlobalConfig"), {QStringLiteral("{}"), QString()}).errorName(),
                  QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    }
+
+    void anEmptyConfigurationClears()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":1}"), id})));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QString(), id})));
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {id})), QString());
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetGlobalConfig"),
+                                  {QStringLiteral("[1]"), QStringLiteral("org.vendel.a")})));
+        QVERIFY(isEmptyReply(
+            call(QStringLiteral("SetGlobalConfig"), {QString(), QStringLiteral("org.vendel.a")})));
+        QCOMPARE(text(call(QStringLiteral("GetGlobalConfig"), {QStringLiteral("org.vendel.a")})), QString());
+    }
+
+    void refusedInputIsNamedAndStoresNothing_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QString>("config");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("error");
+        const QString invalidConfig = QStringLiteral("org.vendel.Host1.Error.InvalidConfig");
+        const QString invalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs");
+        const QString bundle = QStringLiteral("org.vendel.a");
+        const QString tooLong = QStringLiteral("[\"%1\"]").arg(QString(HostInput::maxConfigBytes, u'x'));
+        // The action's key is filled in by the test: the one action it makes.
+        QTest::newRow("action, not JSON") << "SetConfig"
+                                          << "pause" << QString() << invalidConfig;
+        QTest::newRow("action, a number") << "SetConfig"
+                                          << "1" << QString() << invalidConfig;
+        QTest::newRow("action, over 1 MiB") << "SetConfig" << tooLong << QString() << invalidConfig;
+        QTest::newRow("global, not JSON") << "SetGlobalConfig"
+                                          << "{'a':1}" << bundle << invalidConfig;
+        QTest::newRow("global, over 1 MiB") << "SetGlobalConfig" << tooLong << bundle << invalidConfig;
+        QTest::newRow("global, parent folder") << "SetGlobalConfig"
+                                               << "{}"
+                                               << "../org.vendel.a" << invalidArgs;
+        QTest::newRow("global, newline") << "SetGlobalConfig"
+                                         << "{}"
+                                         << "org.vendel\n.a" << invalidArgs;
+        QTest::newRow("global, one label") << "SetGlobalConfig"
+                                           << "{}"
+                                           << "music" << invalidArgs;
+        QTest::newRow("read, parent folder")
+            << "GetGlobalConfig" << QString() << "../org.vendel.a" << invalidArgs;
+    }
+
+    void refusedInputIsNamedAndStoresNothing()
+    {
+        QFETCH(QString, method);
+        QFETCH(QString, config);
+        QFETCH(QString, key);
+        QFETCH(QString, error);
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"kept\":1}"), id})));
+        const QVariantList arguments =
+            method == u"GetGlobalConfig" ? QVariantList{key} : QVariantList{config, key.isEmpty() ? id : key};
+        const QDBusMessage reply = call(method, arguments);
+        QCOMPARE(reply.errorName(), error);
+        QVERIFY(!reply.errorMessage().isEmpty());
+        HostStorage storage(dataDirectory());
+        QCOMPARE(storage.action(id)->config, QStringLiteral("{\"kept\":1}"));
+        QCOMPARE(storage.globalConfig(key), QString());
+    }
+
+    void getConfigIsAnsweredWhileAWriterWaitsForTheLock()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"old\":1}"), id})));
+        DatabaseLock lock(dataDirectory() + QStringLiteral("/host.sqlite"), DatabaseLock::Kind::Write);
+        QVERIFY(lock.isHeld());
+        QDBusConnection writer =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("writer"));
+        QDBusConnection reader =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("reader"));
+        const auto disconnect = qScopeGuard([] {
+            QDBusConnection::disconnectFromBus(QStringLiteral("writer"));
+            QDBusConnection::disconnectFromBus(QStringLiteral("reader"));
+        });
+
+        QDBusPendingCall write =
+            writer.asyncCall(methodCall(QStringLiteral("SetConfig"), {QStringLiteral("{\"new\":1}"), id}));
+        // The same client reads next: its read must see its own write, so it is answered after it.
+        QDBusPendingCall ownRead = writer.asyncCall(methodCall(QStringLiteral("GetConfig"), {id}));
+        // Once the bus has answered the writer, it has passed the writer's calls on to the host first.
+        QVERIFY(writer.interface()->isServiceRegistered(QStringLiteral("org.vendel.Host")).value());
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {id}, reader)), QStringLiteral("{\"old\":1}"));
+        QVERIFY(!write.isFinished());
+        QVERIFY(!ownRead.isFinished());
+
+        lock.release();
+        write.waitForFinished();
+        QVERIFY2(!write.isError(), qPrintable(write.error().message()));
+        ownRead.waitForFinished();
+        QCOMPARE(text(ownRead.reply()), QStringLiteral("{\"new\":1}"));
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {id}, reader)), QStringLiteral("{\"new\":1}"));
+    }
+
+    void aWriteAheadLogDeletedUnderTheHostIsReported()
+    {
+        const QString id = HostStorage(dataDirectory()).createAction(QStringLiteral("music"));
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":1}"), id})));
+        const QString log = dataDirectory() + QStringLiteral("/host.sqlite-wal");
+        QVERIFY(QFile::remove(log));
+        const QDBusMessage reply = call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":2}"), id});
+        QCOMPARE(reply.errorName(), QStringLiteral("org.vendel.Host1.Error.StorageFailed"));
+        QVERIFY2(reply.errorMessage().contains(QStringLiteral("write-ahead log %1 was deleted").arg(log)),
+                 qPrintable(reply.errorMessage()));
+    }
+
+    void theFirstStartWaitsForALockHeldByAnotherProcess()
+    {
+        QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
+        QTRY_VERIFY(!HostProcess::isHostOnBus());
+        const QString first = m_directory->filePath(QStringLiteral("first"));
+        QVERIFY(QDir().mkpath(first));
+        // A database still in its first journal mode, written by someone else: the host's switch to its
+        // log must wait.
+        DatabaseLock lock(first + QStringLiteral("/host.sqlite"), DatabaseLock::Kind::Exclusive);
+        QVERIFY(lock.isHeld());
+        m_host = std::make_unique<HostProcess>(first);
+        QVERIFY(m_host->startServing());
+        QString output;
+        QTRY_VERIFY2((output += m_host->serverOutput()).contains(QStringLiteral("locked by another process")),
+                     qPrintable(output));
+        QCOMPARE(m_host->server().state(), QProcess::Running);
+        lock.release();
+        QTRY_VERIFY2(HostProcess::isHostOnBus(), qPrintable(output + m_host->serverOutput()));
+        QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"))), first + QStringLiteral("/plugins"));
     }
 
     void thePluginFolderIsInTheDataFolder()

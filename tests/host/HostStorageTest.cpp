@@ -1,17 +1,25 @@
 // Tests the host's SQLite storage on temporary folders: what it keeps, and how it refuses bad folders.
 #include "HostStorage.h"
+#include "DatabaseLock.h"
 #include "HostError.h"
+#include "HostErrorText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <atomic>
+#include <mutex>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace VendelHost;
+using VendelHost::Testing::DatabaseLock;
+
+Q_DECLARE_METATYPE(VendelHost::Testing::DatabaseLock::Kind)
 
 namespace {
 
@@ -25,6 +33,47 @@ QString openingError(const QString& folder)
         return error.message();
     }
 }
+
+mode_t permissionsOf(const QString& path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+// Sets the process's umask for one scope.
+class Umask
+{
+public:
+    explicit Umask(mode_t mask) : m_previous(::umask(mask)) {}
+    ~Umask() { ::umask(m_previous); }
+    Umask(const Umask&) = delete;
+    Umask& operator=(const Umask&) = delete;
+
+private:
+    mode_t m_previous;
+};
+
+// Collects the notices that storage gives a person, from whichever thread opens it.
+class Notices
+{
+public:
+    HostStorage::Notify notify()
+    {
+        return [this](const QString& notice) {
+            const std::lock_guard lock(m_mutex);
+            m_notices.append(notice);
+        };
+    }
+    QStringList all() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_notices;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    QStringList m_notices;
+};
 
 } // namespace
 
@@ -163,9 +212,137 @@ private Q_SLOTS:
         const QString message = openingError(temporary.path());
         QVERIFY2(message.contains(path) && message.contains(QStringLiteral("not a database")),
                  qPrintable(message));
+        QVERIFY2(message.contains(QStringLiteral("move it aside (for example to %1.damaged)").arg(path)),
+                 qPrintable(message));
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), content);
+    }
+
+    void theFolderAndItsFilesArePrivateWhateverTheUmask()
+    {
+        const Umask umask(022);
+        QTemporaryDir temporary;
+        const QString folder = temporary.filePath(QStringLiteral("data"));
+        HostStorage storage(folder);
+        storage.createAction(QStringLiteral("music"));
+        QCOMPARE(permissionsOf(folder), mode_t(0700));
+        QCOMPARE(permissionsOf(storage.pluginFolder()), mode_t(0700));
+        // The log and its index exist while the connection is open.
+        for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+            const QString path = storage.databasePath() + suffix;
+            QVERIFY2(QFileInfo::exists(path), qPrintable(path));
+            QCOMPARE(permissionsOf(path), mode_t(0600));
+        }
+    }
+
+    void aFolderOpenToOthersIsTightenedAndSaidOnce()
+    {
+        QTemporaryDir temporary;
+        const QString folder = temporary.filePath(QStringLiteral("data"));
+        {
+            HostStorage storage(folder);
+        }
+        QVERIFY(::chmod(QFile::encodeName(folder).constData(), 0755) == 0);
+        QVERIFY(::chmod(QFile::encodeName(folder + QStringLiteral("/host.sqlite")).constData(), 0644) == 0);
+        Notices first;
+        {
+            HostStorage storage(folder, HostStorage::Access::ReadWrite, first.notify());
+        }
+        QCOMPARE(first.all().size(), 1);
+        QVERIFY2(first.all().constFirst().contains(QStringLiteral("private")),
+                 qPrintable(first.all().join(u'\n')));
+        QCOMPARE(permissionsOf(folder), mode_t(0700));
+        QCOMPARE(permissionsOf(folder + QStringLiteral("/host.sqlite")), mode_t(0600));
+        Notices second;
+        HostStorage storage(folder, HostStorage::Access::ReadWrite, second.notify());
+        QVERIFY(second.all().isEmpty());
+    }
+
+    void aFirstOpenWaitsForALockHeldElsewhere_data()
+    {
+        QTest::addColumn<DatabaseLock::Kind>("kind");
+        QTest::addColumn<QStringList>("statements");
+        // Another first start, half-way through its schema in the write-ahead log.
+        QTest::newRow("set-up under way")
+            << DatabaseLock::Kind::Write << QStringList{QStringLiteral("PRAGMA journal_mode=WAL")};
+        // A database still in its first journal mode, which the switch to the log must wait for.
+        QTest::newRow("first journal mode") << DatabaseLock::Kind::Exclusive << QStringList{};
+    }
+
+    void aFirstOpenWaitsForALockHeldElsewhere()
+    {
+        QFETCH(DatabaseLock::Kind, kind);
+        QFETCH(QStringList, statements);
+        QTemporaryDir temporary;
+        DatabaseLock lock(temporary.filePath(QStringLiteral("host.sqlite")), kind, statements);
+        QVERIFY(lock.isHeld());
+
+        Notices notices;
+        QString error = QStringLiteral("not opened");
+        std::thread opener([&] {
+            error = errorOf([&] {
+                HostStorage storage(temporary.path(), HostStorage::Access::ReadWrite, notices.notify());
+                storage.createAction(QStringLiteral("music"));
+            });
+        });
+        // Whatever the checks say, the opener is let go and waited for.
+        auto letGo = qScopeGuard([&] {
+            lock.release();
+            opener.join();
+        });
+        // The opener says it waits; only then is the lock let go.
+        QTRY_VERIFY2(notices.all().join(u'\n').contains(QStringLiteral("locked by another process")),
+                     qPrintable(notices.all().join(u'\n')));
+        letGo.dismiss();
+        lock.release();
+        opener.join();
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+        QCOMPARE(HostStorage(temporary.path()).actions().size(), 1);
+    }
+
+    void aReaderDoesNotWaitForAWriter()
+    {
+        QTemporaryDir temporary;
+        QString id;
+        {
+            HostStorage storage(temporary.path());
+            id = storage.createAction(QStringLiteral("music"));
+            storage.setConfig(id, QStringLiteral("{\"a\":1}"));
+        }
+        DatabaseLock lock(temporary.filePath(QStringLiteral("host.sqlite")), DatabaseLock::Kind::Write);
+        QVERIFY(lock.isHeld());
+        for (const auto access : {HostStorage::Access::ReadOnly, HostStorage::Access::ReadWrite}) {
+            QString config;
+            const QString error =
+                errorOf([&] { config = HostStorage(temporary.path(), access).action(id)->config; });
+            QVERIFY2(error.isEmpty(), qPrintable(error));
+            QCOMPARE(config, QStringLiteral("{\"a\":1}"));
+        }
+    }
+
+    void readingAFolderWithoutDatabaseCreatesNothing()
+    {
+        QTemporaryDir temporary;
+        const QString folder = temporary.filePath(QStringLiteral("data"));
+        HostStorage storage(folder, HostStorage::Access::ReadOnly);
+        QVERIFY(storage.actions().isEmpty());
+        QVERIFY(storage.plugins().isEmpty());
+        QVERIFY(!QFileInfo::exists(folder));
+        const QString message = errorOf([&] { storage.createAction(QStringLiteral("music")); });
+        QVERIFY2(message.contains(QStringLiteral("reading only")), qPrintable(message));
+    }
+
+    void aDeletedWriteAheadLogIsReportedAtTheNextWrite()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        const QString id = storage.createAction(QStringLiteral("music"));
+        const QString log = storage.databasePath() + QStringLiteral("-wal");
+        QVERIFY(QFile::remove(log));
+        const QString message = errorOf([&] { storage.setConfig(id, QStringLiteral("{\"a\":1}")); });
+        QVERIFY2(message.contains(QStringLiteral("write-ahead log %1 was deleted").arg(log)),
+                 qPrintable(message));
     }
 
     // Two connections, as the served host and the CLI have, write at once: each waits for the other's

@@ -63,18 +63,84 @@ private Q_SLOTS:
         const QString copy = m_directory->filePath(QStringLiteral("doomed-plugin"));
         QVERIFY(QFile::copy(stub, copy));
         QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("VENDEL_STUB_HANG"), QStringLiteral("1"));
-        process.setProcessEnvironment(environment);
-        process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-        process.start(copy, {QStringLiteral("x")});
-        QVERIFY(process.waitForStarted());
+        hang(process, copy);
         QCOMPARE(PluginInstaller::executableOfProcess(process.processId()), copy);
         QVERIFY(QFile::remove(copy));
         const QString message = errorOf([&] { PluginInstaller::executableOfProcess(process.processId()); });
         process.kill();
         process.waitForFinished();
         QVERIFY2(message.contains(QStringLiteral("no longer exists")), qPrintable(message));
+    }
+
+    // The kernel shows a removed executable as "<path> (deleted)"; a file of that very name is not it.
+    void aFileNamedLikeADeletedExecutableIsRefused()
+    {
+        const QString copy = m_directory->filePath(QStringLiteral("doomed-plugin"));
+        QVERIFY(QFile::copy(stub, copy));
+        QProcess process;
+        hang(process, copy);
+        QVERIFY(QFile::remove(copy));
+        QVERIFY(QFile::copy(stub, copy + QStringLiteral(" (deleted)")));
+        const QString message = errorOf([&] { PluginInstaller::executableOfProcess(process.processId()); });
+        process.kill();
+        process.waitForFinished();
+        QVERIFY2(message.contains(QStringLiteral("no longer exists or was replaced")), qPrintable(message));
+    }
+
+    // A caller that calls and then starts another program keeps its pid, so the executable read may be
+    // the other program's; its bus connection, opened close-on-exec, closes with the exec. Here the
+    // exec happens between the pid and the read, and "connected" is what the bus would say.
+    void aCallerThatExecsAfterTheCallIsRefused()
+    {
+        const QString impostor = m_directory->filePath(QStringLiteral("impostor"));
+        QVERIFY(QFile::copy(stub, impostor));
+        QProcess caller;
+        caller.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("VENDEL_STUB_HANG"), QStringLiteral("1"));
+        caller.setProcessEnvironment(environment);
+        // The shell waits for a line, then turns into the impostor.
+        caller.start(QStringLiteral("sh"),
+                     {QStringLiteral("-c"), QStringLiteral("read line; exec \"$0\" x"), impostor});
+        QVERIFY(caller.waitForStarted());
+        const QString exe = QStringLiteral("/proc/%1/exe").arg(caller.processId());
+        const QString original = QFileInfo(exe).symLinkTarget();
+        const auto stillConnected = [&] { return QFileInfo(exe).symLinkTarget() == original; };
+
+        bool execed = false;
+        const QString message = errorOf([&] {
+            PluginInstaller::callerExecutable(
+                [&] {
+                    caller.write("go\n");
+                    caller.waitForBytesWritten();
+                    execed = QTest::qWaitFor([&] { return !stillConnected(); });
+                    return caller.processId();
+                },
+                stillConnected);
+        });
+        caller.kill();
+        caller.waitForFinished();
+        QVERIFY(execed);
+        QVERIFY2(message.contains(QStringLiteral("left the bus")), qPrintable(message));
+    }
+
+    void aCallerStillConnectedIsInstalledAsItself()
+    {
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        QCOMPARE(PluginInstaller::callerExecutable([] { return QCoreApplication::applicationPid(); },
+                                                   [] { return true; }),
+                 self);
+    }
+
+    void anExecutableWithALongNameInstalls()
+    {
+        // 255 bytes is as long as a file name gets.
+        const QString name = QString(255, u'p');
+        const QString path = m_directory->filePath(name);
+        QVERIFY(QFile::copy(stub, path));
+        const auto plugin = PluginInstaller(*m_storage).install(path);
+        QCOMPARE(plugin.name, name);
+        QCOMPARE(QFileInfo(QDir(m_storage->pluginFolder()).filePath(name)).symLinkTarget(), path);
     }
 
     void linksAndRecordsThePluginUnderItsFileName()
@@ -152,6 +218,17 @@ private Q_SLOTS:
     }
 
 private:
+    // Starts the executable so that it stays until killed.
+    static void hang(QProcess& process, const QString& executable)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("VENDEL_STUB_HANG"), QStringLiteral("1"));
+        process.setProcessEnvironment(environment);
+        process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        process.start(executable, {QStringLiteral("x")});
+        QVERIFY(process.waitForStarted());
+    }
+
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<HostStorage> m_storage;
 };

@@ -1,0 +1,25 @@
+// What the host accepts from clients and people: configuration texts and bundle identifiers.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace VendelHost {
+
+class HostInput
+{
+public:
+    // A configuration is a small record; anything near this size is a mistake or an attack, not settings.
+    static constexpr qsizetype maxConfigBytes = 1024 * 1024;
+    // As long as a domain name.
+    static constexpr qsizetype maxBundleIdentifierLength = 255;
+
+    // Why the text is no configuration, or nothing when it is one: a JSON object or array of at most
+    // maxConfigBytes in UTF-8. The empty text is one too: it clears the configuration.
+    static std::optional<QString> configProblem(const QString& text);
+    // Reverse-DNS: two or more dot-separated labels of ASCII letters, digits and hyphens.
+    static bool isBundleIdentifier(const QString& text);
+};
+
+} // namespace VendelHost
