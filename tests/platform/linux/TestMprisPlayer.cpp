@@ -2,14 +2,23 @@
 //
 // Options: --name <part after "org.mpris.MediaPlayer2.">, --status Playing|Paused|Stopped,
 // --playlist <name> (repeatable, in the player's own order), --ordering <name> (repeatable),
-// --no-playlists (serves no Playlists interface), --refuse-pause (answers Pause with an error).
-// Besides MPRIS it serves org.vendel.TestPlayer with the property Calls, the log that tests read.
+// --no-playlists (serves no Playlists interface), --refuse-pause (answers Pause with an error),
+// --quirk <quirk> (repeatable): the ways real players were seen to depart from MPRIS:
+//   toggle-while-playing  activating while playing pauses the same playlist and stops for another one;
+//   skip-on-activate      activating the playlist that is playing moves on to its next track;
+//   changing-ids          every GetPlaylists names the playlists with new ids, and only those are valid;
+//   never-plays           activating a playlist is answered, but playback never starts;
+//   never-answers         activating a playlist is never answered.
+// Changes of PlaybackStatus and ActivePlaylist are announced with PropertiesChanged, as MPRIS asks.
+// Besides MPRIS it serves org.vendel.TestPlayer with the properties Calls, the log that tests read, and
+// Track, the number of the track that plays in the active playlist.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
@@ -23,6 +32,13 @@ struct PlaylistEntry
     QDBusObjectPath id;
     QString name;
     QString icon;
+};
+
+// MPRIS's ActivePlaylist: whether one is active, and which.
+struct MaybePlaylist
+{
+    bool valid = false;
+    PlaylistEntry playlist;
 };
 
 QDBusArgument& operator<<(QDBusArgument& argument, const PlaylistEntry& playlist)
@@ -43,9 +59,28 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, PlaylistEntry& pl
 
 } // namespace
 
+QDBusArgument& operator<<(QDBusArgument& argument, const MaybePlaylist& active)
+{
+    argument.beginStructure();
+    argument << active.valid << active.playlist;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, MaybePlaylist& active)
+{
+    argument.beginStructure();
+    argument >> active.valid >> active.playlist;
+    argument.endStructure();
+    return argument;
+}
+
 Q_DECLARE_METATYPE(PlaylistEntry)
+Q_DECLARE_METATYPE(MaybePlaylist)
 
 namespace {
+
+const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
 
 // What the player is and was told; the adaptors share it.
 struct PlayerState
@@ -55,7 +90,33 @@ struct PlayerState
     QList<PlaylistEntry> playlists;
     QStringList orderings;
     bool refusePause = false;
+    QStringList quirks;
+    // Which playlist is active, as its index in `playlists`; -1 for none.
+    qsizetype activePlaylist = -1;
+    int track = 0;
+    // Bumped by every GetPlaylists with the changing-ids quirk; ids carry it.
+    int idGeneration = 0;
     QStringList calls;
+
+    bool has(const char* quirk) const { return quirks.contains(QLatin1String(quirk)); }
+
+    QDBusObjectPath idOf(qsizetype index) const
+    {
+        return QDBusObjectPath(
+            idGeneration == 0
+                ? QStringLiteral("/org/vendel/TestPlayer/Playlist/%1").arg(index)
+                : QStringLiteral("/org/vendel/TestPlayer/Playlist/%1/g%2").arg(index).arg(idGeneration));
+    }
+
+    qsizetype indexOf(const QDBusObjectPath& id) const
+    {
+        for (qsizetype index = 0; index < playlists.size(); ++index) {
+            if (idOf(index) == id) {
+                return index;
+            }
+        }
+        return -1;
+    }
 };
 
 // QtDBus keeps the context of a call on the object that the adaptors belong to, not on the adaptor.
@@ -63,6 +124,40 @@ class PlayerObject : public QObject, public QDBusContext
 {
     Q_OBJECT
 };
+
+MaybePlaylist activePlaylistOf(const PlayerState& state)
+{
+    if (state.activePlaylist < 0) {
+        return MaybePlaylist{false, {QDBusObjectPath(QStringLiteral("/")), QString(), QString()}};
+    }
+    const PlaylistEntry& entry = state.playlists.at(state.activePlaylist);
+    return MaybePlaylist{true, {state.idOf(state.activePlaylist), entry.name, entry.icon}};
+}
+
+// Sets the status and the active playlist, and announces what changed.
+void change(PlayerState& state, const QString& status, qsizetype active)
+{
+    if (status != state.playbackStatus) {
+        state.playbackStatus = status;
+        auto signal =
+            QDBusMessage::createSignal(objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                       QStringLiteral("PropertiesChanged"));
+        signal << QStringLiteral("org.mpris.MediaPlayer2.Player")
+               << QVariantMap{{QStringLiteral("PlaybackStatus"), status}} << QStringList();
+        QDBusConnection::sessionBus().send(signal);
+    }
+    if (active != state.activePlaylist) {
+        state.activePlaylist = active;
+        auto signal =
+            QDBusMessage::createSignal(objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                       QStringLiteral("PropertiesChanged"));
+        signal << QStringLiteral("org.mpris.MediaPlayer2.Playlists")
+               << QVariantMap{{QStringLiteral("ActivePlaylist"),
+                               QVariant::fromValue(activePlaylistOf(state))}}
+               << QStringList();
+        QDBusConnection::sessionBus().send(signal);
+    }
+}
 
 class RootAdaptor : public QDBusAbstractAdaptor
 {
@@ -115,7 +210,21 @@ public Q_SLOTS:
             return;
         }
         if (m_state.playbackStatus == u"Playing") {
-            m_state.playbackStatus = QStringLiteral("Paused");
+            change(m_state, QStringLiteral("Paused"), m_state.activePlaylist);
+        }
+    }
+
+    void Stop()
+    {
+        m_state.calls.append(QStringLiteral("Stop"));
+        change(m_state, QStringLiteral("Stopped"), m_state.activePlaylist);
+    }
+
+    void Play()
+    {
+        m_state.calls.append(QStringLiteral("Play"));
+        if (m_state.activePlaylist >= 0 && !m_state.has("never-plays")) {
+            change(m_state, QStringLiteral("Playing"), m_state.activePlaylist);
         }
     }
 
@@ -131,6 +240,7 @@ class PlaylistsAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2.Playlists")
     Q_PROPERTY(uint PlaylistCount READ playlistCount)
     Q_PROPERTY(QStringList Orderings READ orderings)
+    Q_PROPERTY(MaybePlaylist ActivePlaylist READ activePlaylist)
 
 public:
     PlaylistsAdaptor(PlayerObject* parent, PlayerState& state) : QDBusAbstractAdaptor(parent), m_state(state)
@@ -138,6 +248,7 @@ public:
 
     uint playlistCount() const { return static_cast<uint>(m_state.playlists.size()); }
     QStringList orderings() const { return m_state.orderings; }
+    MaybePlaylist activePlaylist() const { return activePlaylistOf(m_state); }
 
 public Q_SLOTS:
     QList<PlaylistEntry> GetPlaylists(uint index, uint maxCount, const QString& order, bool reverseOrder)
@@ -147,7 +258,14 @@ public Q_SLOTS:
                 .arg(index)
                 .arg(maxCount)
                 .arg(order, reverseOrder ? QStringLiteral("true") : QStringLiteral("false")));
-        QList<PlaylistEntry> ordered = m_state.playlists;
+        if (m_state.has("changing-ids")) {
+            ++m_state.idGeneration;
+        }
+        QList<PlaylistEntry> ordered;
+        for (qsizetype entry = 0; entry < m_state.playlists.size(); ++entry) {
+            ordered.append(
+                {m_state.idOf(entry), m_state.playlists.at(entry).name, m_state.playlists.at(entry).icon});
+        }
         if (order == u"Alphabetical") {
             std::stable_sort(
                 ordered.begin(), ordered.end(),
@@ -162,14 +280,33 @@ public Q_SLOTS:
     void ActivatePlaylist(const QDBusObjectPath& id)
     {
         m_state.calls.append(QStringLiteral("ActivatePlaylist ") + id.path());
-        const bool known = std::any_of(m_state.playlists.begin(), m_state.playlists.end(),
-                                       [&id](const PlaylistEntry& playlist) { return playlist.id == id; });
-        if (!known) {
+        const qsizetype index = m_state.indexOf(id);
+        if (index < 0) {
             context().sendErrorReply(QStringLiteral("org.mpris.MediaPlayer2.Error.NoSuchPlaylist"),
                                      QStringLiteral("No such playlist"));
             return;
         }
-        m_state.playbackStatus = QStringLiteral("Playing");
+        if (m_state.has("never-answers")) {
+            // The call stays unanswered for as long as the player runs.
+            context().setDelayedReply(true);
+            return;
+        }
+        const bool playing = m_state.playbackStatus == u"Playing";
+        if (m_state.has("never-plays")) {
+            change(m_state, m_state.playbackStatus, index);
+        } else if (playing && m_state.has("toggle-while-playing")) {
+            // Taken as play/pause: the same playlist pauses, another one stops with nothing to play.
+            if (index == m_state.activePlaylist) {
+                change(m_state, QStringLiteral("Paused"), index);
+            } else {
+                change(m_state, QStringLiteral("Stopped"), -1);
+            }
+        } else if (playing && index == m_state.activePlaylist && m_state.has("skip-on-activate")) {
+            ++m_state.track;
+        } else {
+            m_state.track = 0;
+            change(m_state, QStringLiteral("Playing"), index);
+        }
     }
 
 private:
@@ -183,11 +320,13 @@ class LogAdaptor : public QDBusAbstractAdaptor
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.vendel.TestPlayer")
     Q_PROPERTY(QStringList Calls READ calls)
+    Q_PROPERTY(int Track READ track)
 
 public:
     LogAdaptor(QObject* parent, PlayerState& state) : QDBusAbstractAdaptor(parent), m_state(state) {}
 
     QStringList calls() const { return m_state.calls; }
+    int track() const { return m_state.track; }
 
 private:
     PlayerState& m_state;
@@ -200,6 +339,7 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     qDBusRegisterMetaType<PlaylistEntry>();
     qDBusRegisterMetaType<QList<PlaylistEntry>>();
+    qDBusRegisterMetaType<MaybePlaylist>();
 
     QCommandLineParser parser;
     const QCommandLineOption nameOption(QStringLiteral("name"), QStringLiteral("Bus name suffix."),
@@ -214,8 +354,10 @@ int main(int argc, char* argv[])
                                                QStringLiteral("Serve no Playlists interface."));
     const QCommandLineOption refusePauseOption(QStringLiteral("refuse-pause"),
                                                QStringLiteral("Answer Pause with an error."));
-    parser.addOptions(
-        {nameOption, statusOption, playlistOption, orderingOption, noPlaylistsOption, refusePauseOption});
+    const QCommandLineOption quirkOption(
+        QStringLiteral("quirk"), QStringLiteral("A way to depart from MPRIS."), QStringLiteral("quirk"));
+    parser.addOptions({nameOption, statusOption, playlistOption, orderingOption, noPlaylistsOption,
+                       refusePauseOption, quirkOption});
     parser.process(application);
     if (!parser.isSet(nameOption)) {
         std::fputs("TestMprisPlayer: --name is required\n", stderr);
@@ -226,6 +368,16 @@ int main(int argc, char* argv[])
     state.playbackStatus = parser.value(statusOption);
     state.refusePause = parser.isSet(refusePauseOption);
     state.orderings = parser.values(orderingOption);
+    state.quirks = parser.values(quirkOption);
+    for (const QString& quirk : std::as_const(state.quirks)) {
+        if (!QStringList{QStringLiteral("toggle-while-playing"), QStringLiteral("skip-on-activate"),
+                         QStringLiteral("changing-ids"), QStringLiteral("never-plays"),
+                         QStringLiteral("never-answers")}
+                 .contains(quirk)) {
+            std::fprintf(stderr, "TestMprisPlayer: no quirk \"%s\"\n", quirk.toUtf8().constData());
+            return 2;
+        }
+    }
     const QStringList names = parser.values(playlistOption);
     for (qsizetype index = 0; index < names.size(); ++index) {
         state.playlists.append(
@@ -244,7 +396,7 @@ int main(int argc, char* argv[])
 
     auto bus = QDBusConnection::sessionBus();
     // The name comes last, so that whoever sees it finds the object ready.
-    if (!bus.registerObject(QStringLiteral("/org/mpris/MediaPlayer2"), &player) ||
+    if (!bus.registerObject(objectPath, &player) ||
         !bus.registerService(QStringLiteral("org.mpris.MediaPlayer2.") + parser.value(nameOption))) {
         std::fprintf(stderr, "TestMprisPlayer: %s\n", bus.lastError().message().toUtf8().constData());
         return 1;

@@ -1,9 +1,11 @@
 // Starts and stops the test player's process and reads its properties over the session bus.
 #include "TestMprisPlayerProcess.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QTest>
 
@@ -51,6 +53,9 @@ bool TestMprisPlayerProcess::start()
     }
     if (m_options.refusesPause) {
         arguments << QStringLiteral("--refuse-pause");
+    }
+    for (const QString& quirk : std::as_const(m_options.quirks)) {
+        arguments << QStringLiteral("--quirk") << quirk;
     }
     m_process.start(QStringLiteral(VENDEL_TEST_MPRIS_PLAYER), arguments);
     if (!m_process.waitForStarted()) {
@@ -106,6 +111,29 @@ bool TestMprisPlayerProcess::shuffle() const
 QStringList TestMprisPlayerProcess::calls() const
 {
     return property(QStringLiteral("org.vendel.TestPlayer"), QStringLiteral("Calls")).toStringList();
+}
+
+int TestMprisPlayerProcess::track() const
+{
+    return property(QStringLiteral("org.vendel.TestPlayer"), QStringLiteral("Track")).toInt();
+}
+
+QString TestMprisPlayerProcess::activePlaylist() const
+{
+    const QVariant value =
+        property(QStringLiteral("org.mpris.MediaPlayer2.Playlists"), QStringLiteral("ActivePlaylist"));
+    const auto argument = value.value<QDBusArgument>();
+    bool valid = false;
+    QDBusObjectPath id;
+    QString name;
+    QString icon;
+    argument.beginStructure();
+    argument >> valid;
+    argument.beginStructure();
+    argument >> id >> name >> icon;
+    argument.endStructure();
+    argument.endStructure();
+    return valid ? id.path() : QString();
 }
 
 QString TestMprisPlayerProcess::playlistId(int index)

@@ -20,6 +20,9 @@ public:
         QStringList orderings{QStringLiteral("Alphabetical"), QStringLiteral("UserDefined")};
         bool servesPlaylists = true;
         bool refusesPause = false;
+        // Ways real players depart from MPRIS (see TestMprisPlayer.cpp): "toggle-while-playing",
+        // "skip-on-activate", "changing-ids", "never-plays", "never-answers".
+        QStringList quirks;
     };
 
     explicit TestMprisPlayerProcess(Options options);
@@ -38,6 +41,10 @@ public:
     // Every call the player was given, in order: "Shuffle=true", "Pause", "GetPlaylists …",
     // "ActivatePlaylist <id>".
     QStringList calls() const;
+    // The number of the track that plays in the active playlist: 0 for its first.
+    int track() const;
+    // The object path of the active playlist, or the empty text when none is active.
+    QString activePlaylist() const;
     // The object path of the playlist at `index` of Options::playlists.
     static QString playlistId(int index);
 
