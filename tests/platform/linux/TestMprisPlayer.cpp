@@ -134,28 +134,25 @@ MaybePlaylist activePlaylistOf(const PlayerState& state)
     return MaybePlaylist{true, {state.idOf(state.activePlaylist), entry.name, entry.icon}};
 }
 
+void announce(const QString& interface, const QString& property, const QVariant& value)
+{
+    auto signal = QDBusMessage::createSignal(objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                             QStringLiteral("PropertiesChanged"));
+    signal << interface << QVariantMap{{property, value}} << QStringList();
+    QDBusConnection::sessionBus().send(signal);
+}
+
 // Sets the status and the active playlist, and announces what changed.
 void change(PlayerState& state, const QString& status, qsizetype active)
 {
     if (status != state.playbackStatus) {
         state.playbackStatus = status;
-        auto signal =
-            QDBusMessage::createSignal(objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                       QStringLiteral("PropertiesChanged"));
-        signal << QStringLiteral("org.mpris.MediaPlayer2.Player")
-               << QVariantMap{{QStringLiteral("PlaybackStatus"), status}} << QStringList();
-        QDBusConnection::sessionBus().send(signal);
+        announce(QStringLiteral("org.mpris.MediaPlayer2.Player"), QStringLiteral("PlaybackStatus"), status);
     }
     if (active != state.activePlaylist) {
         state.activePlaylist = active;
-        auto signal =
-            QDBusMessage::createSignal(objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                       QStringLiteral("PropertiesChanged"));
-        signal << QStringLiteral("org.mpris.MediaPlayer2.Playlists")
-               << QVariantMap{{QStringLiteral("ActivePlaylist"),
-                               QVariant::fromValue(activePlaylistOf(state))}}
-               << QStringList();
-        QDBusConnection::sessionBus().send(signal);
+        announce(QStringLiteral("org.mpris.MediaPlayer2.Playlists"), QStringLiteral("ActivePlaylist"),
+                 QVariant::fromValue(activePlaylistOf(state)));
     }
 }
 
