@@ -40,6 +40,10 @@ void HostService::serveOn(QDBusConnection bus)
 
 void HostService::fail(const char* errorName, const QString& message)
 {
+    // A method called directly, not over the bus, has no message to reply to: the caller gets the error.
+    if (!calledFromDBus()) {
+        throw HostError(message);
+    }
     sendErrorReply(QString::fromLatin1(errorName), message);
 }
 

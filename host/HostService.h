@@ -28,7 +28,8 @@ public:
     // HostError when the bus refuses, or another process already serves the name.
     void serveOn(QDBusConnection bus);
 
-    // The interface's methods, called by the adaptor. Failures become error replies.
+    // The interface's methods, called by the adaptor. Failures become error replies; called directly, not
+    // over the bus, a method throws HostError instead.
     QString GetConfig(const QString& actionID);
     void SetConfig(const QString& config, const QString& actionID);
     QString GetGlobalConfig(const QString& bundleID);
