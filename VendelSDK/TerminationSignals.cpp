@@ -3,6 +3,7 @@
 
 #include <QSocketNotifier>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -17,7 +18,9 @@ const std::array<int, 3> TerminationSignals::numbers{SIGTERM, SIGINT, SIGHUP};
 namespace {
 
 int pipeEnds[2] = {-1, -1};
-volatile std::sig_atomic_t firstSignal = 0;
+// Lock-free, so safe in a handler; two signals delivered to two threads at once still make one first.
+std::atomic<int> firstSignal{0};
+static_assert(std::atomic<int>::is_always_lock_free);
 
 void restoreDefault(int number)
 {
@@ -29,14 +32,14 @@ void restoreDefault(int number)
 
 void handleSignal(int number)
 {
-    if (firstSignal != 0) {
+    int none = 0;
+    if (!firstSignal.compare_exchange_strong(none, number)) {
         // The first is still being carried out and the sender insists: end now, as this signal would. The
         // three signals are blocked while a handler runs, so the raised one takes effect on return.
         restoreDefault(number);
         ::raise(number);
         return;
     }
-    firstSignal = number;
     const int savedErrno = errno;
     const unsigned char byte = static_cast<unsigned char>(number);
     // A full pipe already holds a byte that will wake the loop; nothing is lost by dropping this one.

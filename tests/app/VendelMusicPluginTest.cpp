@@ -352,6 +352,28 @@ private Q_SLOTS:
         QCOMPARE(running.exitCode(), int(SIGTERM));
     }
 
+    void secondSignalWhileTheFirstIsCarriedOutEndsThePluginAtOnceAsThatSignal()
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
+        QProcess editor;
+        startPlugin(editor, {QStringLiteral("vendelplugin://edit/D1")}, xEnvironment());
+        QVERIFY(editor.waitForStarted());
+        QVERIFY2(!XKeyboard(m_display.name())
+                      .waitForWindow(editor.processId(), editorTitle, windowTimeoutMs)
+                      .isEmpty(),
+                 qPrintable(QString::fromUtf8(editor.readAllStandardError())));
+        // A host that never answers a write holds the plugin in it for as long as the bus lets a call wait.
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Freeze"), {QStringLiteral("SetConfig")}));
+        QCOMPARE(::kill(pid_t(editor.processId()), SIGTERM), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(setConfigCalls().size() > 0, windowTimeoutMs);
+        QCOMPARE(::kill(pid_t(editor.processId()), SIGINT), 0);
+        // Long enough for the bus to give up on the frozen host, so a lost second signal shows as the first.
+        QVERIFY(editor.waitForFinished(60000));
+        // Ended by the second signal: the first would have ended it only once the write had given up.
+        QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(editor.exitCode(), int(SIGINT));
+    }
+
     void runCommandHandedToAnEditorWithAChangeWritesItThenStopsWithTheReport()
     {
         QProcess editor;
