@@ -70,6 +70,17 @@ const FakeWindowController& window(const AppDelegate& delegate, std::size_t inde
     return static_cast<const FakeWindowController&>(*delegate.runControllers.at(index));
 }
 
+// The one plugin was made for an earlier test's services; launching finishes in this test's, as it does in a
+// process, where both are made once. Nothing has been dispatched yet.
+VendelPlugin& pluginLaunchingIn(const TestPlatform& platform)
+{
+    VendelPlugin& plugin = App::shared().vendelPlugin();
+    QObject::connect(platform.services, &ApplicationServices::didFinishLaunching, &plugin,
+                     &VendelPlugin::applicationDidFinishLaunching);
+    plugin.actionController.didPerformAction = false;
+    return plugin;
+}
+
 int countContaining(const QStringList& sources, const QString& part)
 {
     return int(std::count_if(sources.begin(), sources.end(),
@@ -167,12 +178,7 @@ private Q_SLOTS:
         TestPlatform platform;
         registerFakeScenes();
         platform.engine->fallback = QStringLiteral("true");
-        // The one plugin was made for an earlier test's services; launching finishes in this test's, as it
-        // does in a process, where both are made once.
-        VendelPlugin& plugin = App::shared().vendelPlugin();
-        connect(platform.services, &ApplicationServices::didFinishLaunching, &plugin,
-                &VendelPlugin::applicationDidFinishLaunching);
-        plugin.actionController.didPerformAction = false;
+        VendelPlugin& plugin = pluginLaunchingIn(platform);
         AppDelegate delegate;
         delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit/S"));
         platform.services->finishLaunching();
@@ -193,10 +199,7 @@ private Q_SLOTS:
         // The other side of the test above: in the same set-up, the check does ask and end the process.
         TestPlatform platform;
         platform.engine->fallback = QStringLiteral("true");
-        VendelPlugin& plugin = App::shared().vendelPlugin();
-        connect(platform.services, &ApplicationServices::didFinishLaunching, &plugin,
-                &VendelPlugin::applicationDidFinishLaunching);
-        plugin.actionController.didPerformAction = false;
+        pluginLaunchingIn(platform);
         AppDelegate delegate;
         delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit"));
         platform.services->finishLaunching();
