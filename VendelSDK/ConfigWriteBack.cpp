@@ -3,24 +3,53 @@
 
 #include "Platform.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace VendelSDK {
+
+namespace {
+
+// Every armed write-back, so that an ending that cannot wait finds the pending writes. Main thread only.
+std::vector<ConfigWriteBack*>& armed()
+{
+    static std::vector<ConfigWriteBack*> writeBacks;
+    return writeBacks;
+}
+
+} // namespace
+
+ConfigWriteBack::~ConfigWriteBack()
+{
+    std::erase(armed(), this);
+}
+
+void ConfigWriteBack::carryOutPendingWrites()
+{
+    // A copy: a write may end its provider, and with it a write-back of the list.
+    const std::vector<ConfigWriteBack*> writeBacks = armed();
+    for (ConfigWriteBack* writeBack : writeBacks) {
+        if (std::ranges::find(armed(), writeBack) != armed().end() && writeBack->m_pending &&
+            !writeBack->m_released) {
+            writeBack->writeFinally();
+        }
+    }
+}
 
 void ConfigWriteBack::start(std::shared_ptr<void> provider, std::function<void()> write,
                             std::function<void()> finalWrite)
 {
     m_provider = provider;
     m_write = std::move(write);
-    m_appTerminationObserver = std::make_unique<AppTerminationObserver>(
-        [this, self = std::move(provider), finalWrite = std::move(finalWrite)] {
-            try {
-                finalWrite();
-            } catch (...) {
-                // The application is ending: nobody could act on an alert now.
-            }
-            letGo();
-        });
+    m_finalWrite = std::move(finalWrite);
+    m_appTerminationObserver = std::make_unique<AppTerminationObserver>([this, self = std::move(provider)] {
+        writeFinally();
+        letGo();
+    });
+    if (std::ranges::find(armed(), this) == armed().end()) {
+        armed().push_back(this);
+    }
     // Services that go away without announcing termination (replaced in a test, or an exit that skips the
     // event loop) will never call the closure; holding the provider for it would only leak it.
     QObject::connect(&Platform::applicationServices(), &QObject::destroyed, m_appTerminationObserver.get(),
@@ -36,10 +65,23 @@ void ConfigWriteBack::save()
         return;
     }
     if (!m_writeAction) {
-        m_writeAction =
-            std::make_unique<DelayedActionController>(1.0, [self = provider, write = m_write] { write(); });
+        m_writeAction = std::make_unique<DelayedActionController>(1.0, [this, self = provider] {
+            m_pending = false;
+            m_write();
+        });
     }
+    m_pending = true;
     m_writeAction->run();
+}
+
+void ConfigWriteBack::writeFinally()
+{
+    m_pending = false;
+    try {
+        m_finalWrite();
+    } catch (...) {
+        // The application is ending: nobody could act on an alert now.
+    }
 }
 
 // Drops the closures' strong references, which ends the cycles that kept the provider alive; from then on

@@ -1,18 +1,18 @@
 // Dispatches launch URLs to the application's handlers and remembers whether one ran.
 #include "PluginController.h"
 
+#include "ConfigWriteBack.h"
 #include "FatalError.h"
 #include "VendelPluginURL.h"
 
 namespace VendelSDK {
-
 namespace {
-
+[[noreturn]] void stopForMissingHandler(const char* message, int line);
 // Plugin developers search for these reported locations, so each default stays on its line.
 template <int line, int expected> [[noreturn]] void missingHandler(const char* message)
 {
     static_assert(line == expected, "a default handler moved away from its reported line");
-    fatalError(QString::fromUtf8(message), "VendelSDK/PluginController", line);
+    stopForMissingHandler(message, line);
 }
 
 } // namespace
@@ -39,6 +39,19 @@ PluginController::PluginController()
     };
     // clang-format on
 }
+
+namespace {
+
+// Any web page can open a launch URL that reaches a default, and the stop skips the termination hooks: a
+// change made in an open window would be lost. So the writes already pending are carried out first,
+// once; nothing else runs, and the report still follows.
+void stopForMissingHandler(const char* message, int line)
+{
+    ConfigWriteBack::carryOutPendingWrites();
+    fatalError(QString::fromUtf8(message), "VendelSDK/PluginController", line);
+}
+
+} // namespace
 
 bool PluginController::handle(const std::optional<QString>& event)
 {

@@ -1,6 +1,8 @@
 // Application services on top of QCoreApplication, which needs no display and no GUI libraries.
 #include "QtApplicationServices.h"
 
+#include "TerminationSignals.h"
+
 #include <QCoreApplication>
 
 namespace VendelSDK {
@@ -16,6 +18,22 @@ QtApplicationServices::QtApplicationServices(QObject* parent) : ApplicationServi
             }
         });
     }
+}
+
+QtApplicationServices::~QtApplicationServices() = default;
+
+void QtApplicationServices::terminateOnSignals()
+{
+    if (m_signals) {
+        return;
+    }
+    m_signals = std::make_unique<TerminationSignals>();
+    connect(m_signals.get(), &TerminationSignals::received, this, [this] { terminate(); });
+}
+
+int QtApplicationServices::terminatingSignal() const
+{
+    return m_signals ? m_signals->first() : 0;
 }
 
 void QtApplicationServices::terminate()

@@ -3,7 +3,11 @@
 
 #include "ApplicationServices.h"
 
+#include <memory>
+
 namespace VendelSDK {
+
+class TerminationSignals;
 
 class QtApplicationServices : public ApplicationServices
 {
@@ -11,6 +15,7 @@ class QtApplicationServices : public ApplicationServices
 
 public:
     explicit QtApplicationServices(QObject* parent = nullptr);
+    ~QtApplicationServices() override;
 
     void terminate() override;
     bool terminationRequested() const override { return m_terminating; }
@@ -26,12 +31,19 @@ public:
     // the exit it asked for does not reach a loop that starts afterwards.
     int exec();
 
+    // From now on SIGTERM, SIGINT and SIGHUP end the application as terminate() does, hooks included.
+    void terminateOnSignals();
+    // The signal that asked the application to end, or 0; the process should end as that signal would
+    // once the event loop has returned (TerminationSignals::endAs).
+    int terminatingSignal() const;
+
 private:
     void endEventLoop();
 
     bool m_terminating = false;
     bool m_terminated = false;
     bool m_ended = false;
+    std::unique_ptr<TerminationSignals> m_signals;
 };
 
 } // namespace VendelSDK

@@ -1,10 +1,25 @@
 // Reads the window list of the GUI application; kept apart so that a run never loads the GUI libraries.
 #include "QtGuiApplicationServices.h"
 
+#include "ConfigWriteBack.h"
+
 #include <QGuiApplication>
+#include <QSessionManager>
 #include <QWindow>
 
 namespace VendelSDK {
+
+QtGuiApplicationServices::QtGuiApplicationServices(QObject* parent) : QtApplicationServices(parent)
+{
+    if (auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        connect(app, &QGuiApplication::commitDataRequest, this, [this](QSessionManager&) { commitData(); });
+    }
+}
+
+void QtGuiApplicationServices::commitData()
+{
+    ConfigWriteBack::carryOutPendingWrites();
+}
 
 QList<WindowState> QtGuiApplicationServices::windows() const
 {

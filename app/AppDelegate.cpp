@@ -83,11 +83,20 @@ void AppDelegate::openEditor(const QString& actionID)
     if (!canOpenWindows(mainStoryboard)) {
         return;
     }
+    // Making the editor reads the playlists, and loading reads the record; either may fail, tell the user
+    // and ask to terminate. Terminating ends the flow there: no host call, no window, no write after it.
+    const auto terminating = [] { return Platform::applicationServices().terminationRequested(); };
     auto windowController = Storyboard(mainStoryboard).instantiateController(editScene);
+    if (terminating()) {
+        return;
+    }
     // The editor's content is loaded with the action before the window is shown.
     if (auto* editor = qobject_cast<EditorViewController*>(windowController->contentViewController())) {
         editor->setActionIdentifier(actionID);
         editor->loadConfiguration();
+    }
+    if (terminating()) {
+        return;
     }
     windowController->showWindow();
     runControllers.push_back(std::move(windowController));

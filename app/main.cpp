@@ -9,6 +9,7 @@
 #include "VendelSDK/Platform.h"
 #include "VendelSDK/QtApplicationServices.h"
 #include "VendelSDK/StderrAlertPresenter.h"
+#include "VendelSDK/TerminationSignals.h"
 
 #include <cstdio>
 
@@ -72,6 +73,12 @@ int main(int argc, char* argv[])
         Platform::setAlertPresenter(std::move(presenter));
         Platform::setApplicationServices(std::make_unique<QtApplicationServices>());
     }
+    // A desktop session that ends, a terminal closed, or a service manager stopping the plugin sends a
+    // signal; it ends the application as a termination request does, so a pending change reaches the host.
+    auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices());
+    if (services != nullptr) {
+        services->terminateOnSignals();
+    }
     Platform::setMainBundle(appBundle());
     const Bundle& bundle = Platform::mainBundle();
     QCoreApplication::setApplicationName(bundle.infoText(Bundle::nameKey));
@@ -87,6 +94,9 @@ int main(int argc, char* argv[])
             return delegate != nullptr && delegate->acceptLaunch(later);
         });
     if (role == LaunchChannel::Role::forwarded) {
+        if (const int signal = services != nullptr ? services->terminatingSignal() : 0) {
+            TerminationSignals::endAs(signal);
+        }
         return 0;
     }
 
@@ -95,7 +105,6 @@ int main(int argc, char* argv[])
         AppDelegate appDelegate;
         delegate = &appDelegate;
         appDelegate.handleGetURLEvent(url);
-        auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices());
         if (services != nullptr) {
             services->finishLaunchingWhenLoopStarts();
             status = services->exec();
@@ -105,7 +114,12 @@ int main(int argc, char* argv[])
         delegate = nullptr;
     }
     const bool alertShown = headlessAlerts != nullptr && headlessAlerts->shownCount() > 0;
+    const int signal = services != nullptr ? services->terminatingSignal() : 0;
     // Backends go before the application object that some of them depend on.
     Platform::reset();
+    if (signal != 0) {
+        // The hooks have run; the exit status still tells the sender which signal ended the plugin.
+        TerminationSignals::endAs(signal);
+    }
     return alertShown ? 1 : status;
 }

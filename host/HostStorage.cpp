@@ -109,7 +109,10 @@ QSqlQuery run(const QString& connectionName, const QString& path, const QString&
         fail(query.lastError(), path);
     }
     for (const QVariant& value : values) {
-        query.addBindValue(value);
+        // Qt binds a null QString as SQL NULL; every text the host keeps is text, the empty one included
+        // (a plugin that could not encode its configuration writes exactly that).
+        const bool nullText = value.typeId() == QMetaType::QString && value.toString().isNull();
+        query.addBindValue(nullText ? QVariant(QString::fromLatin1("")) : value);
     }
     if (!query.exec()) {
         fail(query.lastError(), path);

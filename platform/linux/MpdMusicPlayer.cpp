@@ -126,15 +126,28 @@ void MpdMusicPlayer::ConnectionDeleter::operator()(mpd_connection* connection) c
     mpd_connection_free(connection);
 }
 
-MpdMusicPlayer::MpdMusicPlayer(MpdAddress address) : m_address(std::move(address)) {}
+std::chrono::milliseconds MpdMusicPlayer::timeoutFromEnvironment()
+{
+    bool valid = false;
+    const double seconds = qEnvironmentVariable("MPD_TIMEOUT").trimmed().toDouble(&valid);
+    // Whole milliseconds, at least one; a day at most, so the count fits libmpdclient's unsigned.
+    if (!valid || !(seconds > 0)) {
+        return defaultTimeout;
+    }
+    return std::chrono::milliseconds(qint64(std::clamp(seconds * 1000.0, 1.0, 86400000.0)));
+}
+
+MpdMusicPlayer::MpdMusicPlayer(MpdAddress address, std::chrono::milliseconds timeout)
+    : m_address(std::move(address)), m_timeout(timeout)
+{}
 
 MpdMusicPlayer::~MpdMusicPlayer() = default;
 
 std::optional<ScriptErrorRecord> MpdMusicPlayer::connect()
 {
-    // A time-out of 0 keeps libmpdclient's default, as the other platforms keep their default for events.
+    // The same bound for connecting, which waits for MPD's greeting, and for every command after it.
     m_connection.reset(mpd_connection_new(m_address.host.isEmpty() ? nullptr : m_address.host.constData(),
-                                          m_address.port, 0));
+                                          m_address.port, unsigned(m_timeout.count())));
     if (!m_connection) {
         return MusicErrors::failed(QStringLiteral("Out of memory."));
     }
@@ -143,8 +156,10 @@ std::optional<ScriptErrorRecord> MpdMusicPlayer::connect()
         return std::nullopt;
     }
     // MPD that answers but refuses (a wrong password) was reached: no other player should act instead.
-    auto error = state == MPD_ERROR_SERVER ? MusicErrors::failed(connectionMessage(m_connection.get()))
-                                           : MusicErrors::notRunning();
+    // Neither should one for an MPD that took the connection but never greeted: it runs, and hangs.
+    auto error = state == MPD_ERROR_SERVER    ? MusicErrors::failed(connectionMessage(m_connection.get()))
+                 : state == MPD_ERROR_TIMEOUT ? MusicErrors::noAnswer()
+                                              : MusicErrors::notRunning();
     m_connection.reset();
     return error;
 }

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -28,7 +29,16 @@ struct MpdAddress
 class MpdMusicPlayer final : public MusicPlayer
 {
 public:
-    explicit MpdMusicPlayer(MpdAddress address);
+    // How long one command, connecting included, may wait for MPD by default. MPD answers from memory in
+    // milliseconds, a large playlist's load included, so ten seconds only ever runs out on an MPD that
+    // hangs; and a run, which sends two commands, still ends well inside the host's 60 seconds for it.
+    static constexpr std::chrono::milliseconds defaultTimeout{10000};
+
+    // MPD_TIMEOUT, in seconds as MPD's own client reads it (a fraction allowed); the default when it is
+    // unset or not a positive number.
+    static std::chrono::milliseconds timeoutFromEnvironment();
+
+    explicit MpdMusicPlayer(MpdAddress address, std::chrono::milliseconds timeout = timeoutFromEnvironment());
     ~MpdMusicPlayer() override;
     MpdMusicPlayer(const MpdMusicPlayer&) = delete;
     MpdMusicPlayer& operator=(const MpdMusicPlayer&) = delete;
@@ -54,6 +64,7 @@ private:
     template <typename Result, typename Command> Result run(Command command);
 
     MpdAddress m_address;
+    std::chrono::milliseconds m_timeout;
     Connection m_connection;
 };
 

@@ -287,6 +287,38 @@ private Q_SLOTS:
         QCOMPARE(host->writes.size(), 1);
     }
 
+    void pendingSaveIsWrittenAtOnceWhenPendingWritesAreCarriedOut()
+    {
+        const auto provider = makeProvider();
+        provider->config.count = 12;
+        provider->save();
+        ConfigWriteBack::carryOutPendingWrites();
+        QCOMPARE(host->writes.size(), 1);
+        QCOMPARE(decodeConfig(host->writes.first().text, SampleConfig{}).count, 12);
+        QVERIFY(platform->alerts->alerts.isEmpty());
+        // Carried out once: asking again finds nothing pending.
+        ConfigWriteBack::carryOutPendingWrites();
+        QCOMPARE(host->writes.size(), 1);
+    }
+
+    void carryingOutPendingWritesWritesNothingWithoutASave()
+    {
+        const auto provider = makeProvider();
+        provider->config.count = 13;
+        ConfigWriteBack::carryOutPendingWrites();
+        QVERIFY(host->writes.isEmpty());
+    }
+
+    void failedPendingWriteCarriedOutShowsNoAlert()
+    {
+        const auto provider = makeProvider();
+        provider->save();
+        host->failWrites = true;
+        ConfigWriteBack::carryOutPendingWrites();
+        QVERIFY(platform->engine->sources.last().contains(QStringLiteral("set config")));
+        QVERIFY(platform->alerts->alerts.isEmpty());
+    }
+
     void providerDroppedByItsOwnerLivesUntilTerminationAndIsThenReleased()
     {
         std::weak_ptr<LocalConfigProvider<SampleConfig>> watched;

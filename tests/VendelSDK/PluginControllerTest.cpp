@@ -185,6 +185,26 @@ private Q_SLOTS:
         QVERIFY2(standardError.contains(report), qPrintable(standardError));
     }
 
+    void runCommandDefaultWritesAPendingChangeOnceThenStops()
+    {
+        QProcess probe;
+        probe.start(QStringLiteral(PLUGIN_CONTROLLER_PROBE),
+                    {QStringLiteral("vendelplugin://runCommand/x"), QStringLiteral("pending-write")});
+        QVERIFY(probe.waitForFinished(30000));
+        QCOMPARE(probe.exitStatus(), QProcess::CrashExit);
+        const QString standardError = QString::fromUtf8(probe.readAllStandardError());
+        const QString write = QStringLiteral("script:     tell application \"Vendel\" to set config "
+                                             "\"{\\\"count\\\":77,\\\"text\\\":\\\"\\\"}\" "
+                                             "action \"P-1\"\n");
+        const auto written = standardError.indexOf(write);
+        const auto report = standardError.indexOf(
+            QStringLiteral("Fatal error: Edit Global Configuration action not implemented yet.: file "
+                           "VendelSDK/PluginController, line 38"));
+        QVERIFY2(written >= 0, qPrintable(standardError));
+        QVERIFY2(report > written, qPrintable(standardError));
+        QCOMPARE(standardError.count(QStringLiteral("set config")), 1);
+    }
+
     void ignoredEventDoesNotReachFatalDefault()
     {
         QProcess probe;

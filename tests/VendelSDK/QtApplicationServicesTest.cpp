@@ -7,6 +7,9 @@
 #include <QThread>
 #include <QTimer>
 
+#include <csignal>
+#include <thread>
+
 using namespace VendelSDK;
 
 class QtApplicationServicesTest : public QObject
@@ -80,6 +83,40 @@ private Q_SLOTS:
         // Were the event loop entered now, nothing would end it but this timer.
         QTimer::singleShot(5000, QCoreApplication::instance(), [] { QCoreApplication::exit(7); });
         QCOMPARE(services.exec(), 0);
+    }
+
+    void signalEndsTheLoopWithTheHookOnTheMainThreadAndIsRemembered_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGTERM") << int(SIGTERM);
+        QTest::newRow("SIGINT") << int(SIGINT);
+        QTest::newRow("SIGHUP") << int(SIGHUP);
+    }
+
+    void signalEndsTheLoopWithTheHookOnTheMainThreadAndIsRemembered()
+    {
+        QFETCH(int, signal);
+        QtApplicationServices services;
+        services.terminateOnSignals();
+        QCOMPARE(services.terminatingSignal(), 0);
+        QThread* hookThread = nullptr;
+        connect(&services, &ApplicationServices::willTerminate, this,
+                [&hookThread] { hookThread = QThread::currentThread(); });
+        // From another thread, as a signal may be delivered to any of the process's threads.
+        std::thread([signal] { std::raise(signal); }).join();
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(99); });
+        QCOMPARE(services.exec(), 0);
+        QCOMPARE(hookThread, QThread::currentThread());
+        QCOMPARE(services.terminatingSignal(), signal);
+        QVERIFY(services.terminationRequested());
+    }
+
+    void withoutSignalHandlingNoSignalIsReported()
+    {
+        QtApplicationServices services;
+        services.terminate();
+        QCOMPARE(services.exec(), 0);
+        QCOMPARE(services.terminatingSignal(), 0);
     }
 
     void aCoreApplicationListsNoWindows()

@@ -1,11 +1,18 @@
 // Tests that the windowed application services report each window's visible and minimised state.
 #include "VendelSDK/QtGuiApplicationServices.h"
 
+#include "FakeHost.h"
+#include "SampleConfig.h"
+#include "TestPlatform.h"
+
+#include "VendelSDK/LocalConfigProvider.h"
+
 #include <QGuiApplication>
 #include <QTest>
 #include <QWindow>
 
 using namespace VendelSDK;
+using namespace VendelSDK::Testing;
 
 class QtGuiApplicationServicesTest : public QObject
 {
@@ -42,6 +49,24 @@ private Q_SLOTS:
         QCOMPARE(states.size(), 1);
         QVERIFY(!states.first().visible);
         QVERIFY(!states.first().miniaturised);
+    }
+
+    // Xvfb has no session manager, so the request's hook is called as the application would call it.
+    void endOfSessionRequestWritesAPendingChangeAtOnce()
+    {
+        TestPlatform platform;
+        FakeHost host(*platform.engine);
+        const auto provider =
+            LocalConfigProvider<SampleConfig>::create(QStringLiteral("S-1"), SampleConfig{});
+        QVERIFY(provider);
+        provider->config.count = 30;
+        provider->save();
+        QtGuiApplicationServices services;
+        services.commitData();
+        QCOMPARE(host.writes.size(), 1);
+        QCOMPARE(host.writes.first().key, QStringLiteral("S-1"));
+        QCOMPARE(decodeConfig(host.writes.first().text, SampleConfig{}).count, 30);
+        platform.services->terminateNow();
     }
 };
 

@@ -5,6 +5,7 @@
 #include "TestPlatform.h"
 
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace VendelSDK;
@@ -115,6 +116,35 @@ private Q_SLOTS:
         QCOMPARE(VendelAPI::escaped(QStringLiteral("\\\"")).size(), 4);
         QCOMPARE(VendelAPI::escaped(QStringLiteral("a\\b")), QStringLiteral("a\\\\b"));
         QCOMPARE(VendelAPI::escaped(QStringLiteral("plain")), QStringLiteral("plain"));
+    }
+
+    void escapingGivesWhatTheTwoReplacementsInTurnGiveOnRandomTexts()
+    {
+        // Mostly backslashes and quotes, in runs and alone, among ASCII, other scripts, surrogate pairs and
+        // stray surrogate halves; a fixed seed keeps a failure reproducible.
+        const QString alphabet =
+            QStringLiteral("\\\"\\\"a \n{}:é\u2028\U0001F3B5") + QChar(0xD800) + QChar(0xDC00);
+        QRandomGenerator random(20261123);
+        for (int round = 0; round < 2000; ++round) {
+            QString text;
+            const int length = int(random.bounded(round < 1000 ? 16 : 400));
+            for (int i = 0; i < length; ++i) {
+                text.append(alphabet.at(random.bounded(int(alphabet.size()))));
+            }
+            QString twoSteps = text;
+            twoSteps.replace(u'\\', QStringLiteral("\\\\"));
+            twoSteps.replace(u'"', QStringLiteral("\\\""));
+            const QString escaped = VendelAPI::escaped(text);
+            QVERIFY2(escaped == twoSteps, qPrintable(QStringLiteral("round %1: %2").arg(round).arg(text)));
+            QCOMPARE(escaped.toUtf8(), twoSteps.toUtf8());
+        }
+    }
+
+    void escapingEmptyAndUnescapedTextsGivesThemBack()
+    {
+        QCOMPARE(VendelAPI::escaped(QString()), QString());
+        QCOMPARE(VendelAPI::escaped(QStringLiteral("{}")), QStringLiteral("{}"));
+        QCOMPARE(VendelAPI::escaped(QString(5, u'"')), QStringLiteral("\\\"\\\"\\\"\\\"\\\""));
     }
 
     void globalConfigEscapesOnlyTheConfiguration()

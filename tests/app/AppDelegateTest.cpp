@@ -2,13 +2,16 @@
 #include "app/AppDelegate.h"
 
 #include "app/App.h"
+#include "app/EditorViewController.h"
 #include "app/Storyboard.h"
 
+#include "FixedMediaLibrary.h"
 #include "TestPlatform.h"
 
 #include <QTest>
 
 using namespace MusicPlugin;
+using namespace MusicPlugin::Testing;
 using namespace VendelSDK;
 using namespace VendelSDK::Testing;
 
@@ -27,6 +30,30 @@ public:
     bool shown = false;
 };
 
+// The edit scene with a real editor as its content, whose store reads `library`; `shown` counts the windows
+// shown, which outlive nothing here: a flow that ends early drops its controller.
+class EditorWindowController final : public WindowController
+{
+public:
+    EditorWindowController(MediaLibrary& library, int& shown)
+        : m_editor(new EditorViewController(new PlaylistStore(library), this)), m_shown(shown)
+    {}
+
+    void showWindow() override { ++m_shown; }
+    QObject* contentViewController() const override { return m_editor; }
+
+private:
+    EditorViewController* m_editor;
+    int& m_shown;
+};
+
+void registerEditorScene(MediaLibrary& library, int& shown)
+{
+    Storyboard::registerScene(
+        QStringLiteral("Main"), QStringLiteral("Edit Window Controller"),
+        [&library, &shown] { return std::make_unique<EditorWindowController>(library, shown); });
+}
+
 void registerFakeScenes()
 {
     Storyboard::registerScene(QStringLiteral("Main"), QStringLiteral("Edit Window Controller"), [] {
@@ -41,6 +68,17 @@ void registerFakeScenes()
 const FakeWindowController& window(const AppDelegate& delegate, std::size_t index)
 {
     return static_cast<const FakeWindowController&>(*delegate.runControllers.at(index));
+}
+
+// The one plugin was made for an earlier test's services; launching finishes in this test's, as it does in a
+// process, where both are made once. Nothing has been dispatched yet.
+VendelPlugin& pluginLaunchingIn(const TestPlatform& platform)
+{
+    VendelPlugin& plugin = App::shared().vendelPlugin();
+    QObject::connect(platform.services, &ApplicationServices::didFinishLaunching, &plugin,
+                     &VendelPlugin::applicationDidFinishLaunching);
+    plugin.actionController.didPerformAction = false;
+    return plugin;
 }
 
 int countContaining(const QStringList& sources, const QString& part)
@@ -139,11 +177,74 @@ private Q_SLOTS:
     {
         TestPlatform platform;
         registerFakeScenes();
+        platform.engine->fallback = QStringLiteral("true");
+        VendelPlugin& plugin = pluginLaunchingIn(platform);
         AppDelegate delegate;
+        delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit/S"));
+        platform.services->finishLaunching();
+        QCOMPARE(delegate.runControllers.size(), std::size_t(1));
+        // A later identifier-less edit clears the flag; a check run after it would ask the host whether the
+        // plugin is installed, tell the user it must be run by the host, and quit.
+        QVERIFY(delegate.acceptLaunch(QStringLiteral("vendelplugin://edit")));
         QVERIFY(delegate.acceptLaunch(QStringLiteral("vendelplugin://configure")));
-        QTRY_COMPARE(delegate.runControllers.size(), std::size_t(1));
+        QTRY_COMPARE(delegate.runControllers.size(), std::size_t(2));
         QCOMPARE(countContaining(platform.engine->sources, QStringLiteral("is plugin installed")), 0);
-        QVERIFY(App::shared().vendelPlugin().actionController.didPerformAction);
+        QVERIFY(platform.alerts->alerts.isEmpty());
+        QCOMPARE(platform.services->terminateRequests, 0);
+        QVERIFY(plugin.actionController.didPerformAction);
+    }
+
+    void startUpCheckRunsWhenLaunchingFinishesWithoutAHandler()
+    {
+        // The other side of the test above: in the same set-up, the check does ask and end the process.
+        TestPlatform platform;
+        platform.engine->fallback = QStringLiteral("true");
+        pluginLaunchingIn(platform);
+        AppDelegate delegate;
+        delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit"));
+        platform.services->finishLaunching();
+        QCOMPARE(countContaining(platform.engine->sources, QStringLiteral("is plugin installed")), 1);
+        QCOMPARE(platform.services->terminateRequests, 1);
+    }
+
+    void editWhoseLibraryCannotBeOpenedStopsBeforeAskingTheHost()
+    {
+        TestPlatform platform;
+        FixedMediaLibrary library(cannotOpenMediaLibraryError(QStringLiteral("No player runs.")));
+        int shown = 0;
+        registerEditorScene(library, shown);
+        platform.engine->fallback = QStringLiteral("{\"action\":1,\"shouldShuffle\":false}");
+        AppDelegate delegate;
+        delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit/A"));
+        QCOMPARE(platform.alerts->alerts.size(), 1);
+        QCOMPARE(platform.services->terminateRequests, 1);
+        QCOMPARE(shown, 0);
+        QVERIFY(delegate.runControllers.empty());
+        QVERIFY(platform.engine->sources.isEmpty());
+        // Nothing was read, so nothing is written back when the application ends.
+        platform.services->terminateNow();
+        QVERIFY(platform.engine->sources.isEmpty());
+    }
+
+    void editWhoseRecordCannotBeReadShowsNoWindowAndWritesNothing()
+    {
+        TestPlatform platform;
+        FixedMediaLibrary library(QStringList{QStringLiteral("Focus")});
+        int shown = 0;
+        registerEditorScene(library, shown);
+        platform.engine->fallback = ScriptErrorRecord{-600, QStringLiteral("Application isn't running."), {}};
+        AppDelegate delegate;
+        delegate.handleGetURLEvent(QStringLiteral("vendelplugin://edit/A"));
+        QCOMPARE(platform.alerts->alerts.size(), 1);
+        QCOMPARE(platform.alerts->alerts.first().messageText,
+                 QStringLiteral("Could not read action data in Vendel."));
+        QCOMPARE(platform.services->terminateRequests, 1);
+        QCOMPARE(shown, 0);
+        QVERIFY(delegate.runControllers.empty());
+        QCOMPARE(platform.engine->sources,
+                 QStringList{QStringLiteral("    tell application \"Vendel\" to get config \"A\"")});
+        platform.services->terminateNow();
+        QCOMPARE(platform.engine->sources.size(), 1);
     }
 
     void terminatingInstanceRefusesLaterLaunches()

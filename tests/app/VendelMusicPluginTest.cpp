@@ -1,6 +1,8 @@
 // Tests the built plugin executable end to end: a stand-in host on a private bus, and a real, private MPD.
 #include "MpdTestServer.h"
 #include "TestHostProcess.h"
+#include "TestMprisPlayerProcess.h"
+#include "XDisplay.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -16,12 +18,19 @@
 #include <sys/prctl.h>
 
 using namespace VendelSDK::Testing;
+using MusicPlugin::Testing::XKeyboard;
+using MusicPlugin::Testing::XvfbDisplay;
 
 namespace {
 
 const QString plugin = QStringLiteral(VENDEL_MUSIC_PLUGIN);
 const QStringList focusSongs{QStringLiteral("focus/one.wav"), QStringLiteral("focus/two.wav")};
 const QStringList eveningSongs{QStringLiteral("evening/dusk.wav")};
+const QString playFocus = QStringLiteral("{\"action\":0,\"name\":\"Focus\",\"shouldShuffle\":false}");
+const QString pauseFocus = QStringLiteral("{\"action\":1,\"name\":\"Focus\",\"shouldShuffle\":false}");
+// Generous: a window shows in well under a second, but the machine may be busy.
+constexpr int windowTimeoutMs = 20000;
+const QString editorTitle = QStringLiteral("Music Action");
 
 // One launch of the plugin, as the host makes it: the URL as the only argument.
 struct Launch
@@ -97,8 +106,56 @@ private:
         return names;
     }
 
+    // On the private X server, as on a desktop: real windows that take real key presses.
+    QProcessEnvironment xEnvironment() const
+    {
+        QProcessEnvironment env = environment(true);
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        env.insert(QStringLiteral("DISPLAY"), m_display.name());
+        return env;
+    }
+
+    // Opens the editor of `actionID` (stored as "play Focus") on the X server in `editor`, or hands the edit
+    // launch to the running `editor` when `handOver` is set, then chooses "Pause" with the keyboard. Empty
+    // when the change has been made; otherwise what went wrong.
+    QString changeToPauseInEditor(QProcess& editor, const QString& actionID, bool handOver = false) const
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
+        const QString url = QStringLiteral("vendelplugin://edit/") + actionID;
+        if (handOver) {
+            const Launch second = launch({url}, xEnvironment());
+            if (second.exitCode != 0) {
+                return QStringLiteral("the edit launch was not handed over: ") + second.standardError;
+            }
+        } else {
+            startPlugin(editor, {url}, xEnvironment());
+            if (!editor.waitForStarted()) {
+                return editor.errorString();
+            }
+        }
+        const XKeyboard keyboard(m_display.name());
+        const QString window = keyboard.waitForWindow(editor.processId(), editorTitle, windowTimeoutMs);
+        if (window.isEmpty() || !keyboard.choosePauseInEditor(window, editor.processId(), windowTimeoutMs)) {
+            return keyboard.errorString() + QStringLiteral("; plugin: ") +
+                   QString::fromUtf8(editor.readAllStandardError());
+        }
+        return {};
+    }
+
+    static QList<QStringList> setConfigCalls()
+    {
+        QList<QStringList> writes;
+        for (const QStringList& call : TestHostProcess::calls()) {
+            if (call.value(0) == QStringLiteral("SetConfig")) {
+                writes.append(call);
+            }
+        }
+        return writes;
+    }
+
     MpdTestServer m_mpd;
     TestHostProcess m_host;
+    XvfbDisplay m_display;
     // A windowed application wants a private runtime folder, as a desktop session gives it.
     QTemporaryDir m_runtimeFolder;
 
@@ -114,6 +171,7 @@ private Q_SLOTS:
         m_mpd.addPlaylist(QStringLiteral("Focus"), focusSongs);
         m_mpd.addPlaylist(QStringLiteral("Evening"), eveningSongs);
         QVERIFY2(m_mpd.start(), qPrintable(m_mpd.errorString()));
+        QVERIFY2(m_display.start(), qPrintable(m_display.errorString()));
     }
 
     void init()
@@ -182,6 +240,33 @@ private Q_SLOTS:
         QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("stop"));
     }
 
+    void frozenMpdEndsTheRunWithTimeOutAlertsAndNoOtherPlayerIsAsked()
+    {
+        // Another player is there, with the same playlist: MPD answering too late must not make it play.
+        TestMprisPlayerProcess::Options options;
+        options.name = QStringLiteral("standby");
+        options.playlists = {QStringLiteral("Focus")};
+        TestMprisPlayerProcess standby(options);
+        QVERIFY(standby.start());
+        QProcessEnvironment env = environment();
+        env.remove(QStringLiteral("VENDEL_MUSIC"));
+        env.insert(QStringLiteral("MPD_TIMEOUT"), QStringLiteral("1"));
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"),
+             QStringLiteral("{\"action\":0,\"name\":\"Focus\",\"shouldShuffle\":true}")});
+        QVERIFY(m_mpd.freeze());
+        const Launch result = launch({QStringLiteral("vendelplugin://run/T1")}, env);
+        QVERIFY(m_mpd.thaw());
+        // Both scripts ran, and each says that the player did not answer in time.
+        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.standardError.count(QStringLiteral("AppleEvent timed out.")), 2 * 2);
+        QVERIFY2(!result.standardError.contains(QStringLiteral("isn’t running")),
+                 qPrintable(result.standardError));
+        QCOMPARE(standby.calls(), QStringList());
+        QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("stop"));
+    }
+
     void runWhileAnEditorIsOpenIsHandledByTheRunningProcessWhichThenEnds()
     {
         TestHostProcess::controlled(
@@ -222,6 +307,91 @@ private Q_SLOTS:
         QVERIFY2(result.standardError.contains(
                      QStringLiteral("Fatal error: Edit Global Configuration action not implemented yet.")),
                  qPrintable(result.standardError));
+    }
+
+    void signalRightAfterAChangeInTheEditorWritesTheChangeToTheHost_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGTERM") << int(SIGTERM);
+        QTest::newRow("SIGINT") << int(SIGINT);
+        QTest::newRow("SIGHUP") << int(SIGHUP);
+    }
+
+    void signalRightAfterAChangeInTheEditorWritesTheChangeToTheHost()
+    {
+        QFETCH(int, signal);
+        QProcess editor;
+        const QString failure = changeToPauseInEditor(editor, QStringLiteral("S1"));
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        // At once: well before the one-second delay of the editor's own write.
+        QCOMPARE(::kill(pid_t(editor.processId()), signal), 0);
+        QVERIFY(editor.waitForFinished(20000));
+        QCOMPARE(setConfigCalls().value(setConfigCalls().size() - 1),
+                 (QStringList{QStringLiteral("SetConfig"), pauseFocus, QStringLiteral("S1")}));
+        // Ended by the signal, as a shell would see it, after the write.
+        QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(editor.exitCode(), signal);
+    }
+
+    void signalToAnInstanceThatWasHandedAnEditWritesThatEditorsChange()
+    {
+        // The first launch shows the preferences, so the one editor is the handed-over launch's.
+        QProcess running;
+        startPlugin(running, {QStringLiteral("vendelplugin://configure")}, xEnvironment());
+        QVERIFY(running.waitForStarted());
+        QVERIFY2(!XKeyboard(m_display.name())
+                      .waitForWindow(running.processId(), QStringLiteral("Preferences"), windowTimeoutMs)
+                      .isEmpty(),
+                 qPrintable(QString::fromUtf8(running.readAllStandardError())));
+        const QString failure = changeToPauseInEditor(running, QStringLiteral("H2"), true);
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        QCOMPARE(::kill(pid_t(running.processId()), SIGTERM), 0);
+        QVERIFY(running.waitForFinished(20000));
+        QCOMPARE(setConfigCalls().value(setConfigCalls().size() - 1),
+                 (QStringList{QStringLiteral("SetConfig"), pauseFocus, QStringLiteral("H2")}));
+        QCOMPARE(running.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(running.exitCode(), int(SIGTERM));
+    }
+
+    void secondSignalWhileTheFirstIsCarriedOutEndsThePluginAtOnceAsThatSignal()
+    {
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
+        QProcess editor;
+        startPlugin(editor, {QStringLiteral("vendelplugin://edit/D1")}, xEnvironment());
+        QVERIFY(editor.waitForStarted());
+        QVERIFY2(!XKeyboard(m_display.name())
+                      .waitForWindow(editor.processId(), editorTitle, windowTimeoutMs)
+                      .isEmpty(),
+                 qPrintable(QString::fromUtf8(editor.readAllStandardError())));
+        // A host that never answers a write holds the plugin in it for as long as the bus lets a call wait.
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Freeze"), {QStringLiteral("SetConfig")}));
+        QCOMPARE(::kill(pid_t(editor.processId()), SIGTERM), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(setConfigCalls().size() > 0, windowTimeoutMs);
+        QCOMPARE(::kill(pid_t(editor.processId()), SIGINT), 0);
+        // Long enough for the bus to give up on the frozen host, so a lost second signal shows as the first.
+        QVERIFY(editor.waitForFinished(60000));
+        // Ended by the second signal: the first would have ended it only once the write had given up.
+        QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(editor.exitCode(), int(SIGINT));
+    }
+
+    void runCommandHandedToAnEditorWithAChangeWritesItThenStopsWithTheReport()
+    {
+        QProcess editor;
+        const QString failure = changeToPauseInEditor(editor, QStringLiteral("C1"));
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        const Launch second = launch({QStringLiteral("vendelplugin://runCommand/x")}, xEnvironment());
+        QCOMPARE(second.exitCode, 0);
+        QVERIFY(editor.waitForFinished(20000));
+        QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
+        const QString standardError = QString::fromUtf8(editor.readAllStandardError());
+        QVERIFY2(standardError.contains(
+                     QStringLiteral("Fatal error: Edit Global Configuration action not implemented yet.")),
+                 qPrintable(standardError));
+        // Written once; an earlier write can only be the editor's own of the record it loaded.
+        const QStringList changed{QStringLiteral("SetConfig"), pauseFocus, QStringLiteral("C1")};
+        QCOMPARE(setConfigCalls().value(setConfigCalls().size() - 1), changed);
+        QCOMPARE(setConfigCalls().count(changed), 1);
     }
 
     void startedByHandWhileInstalledSaysItMustBeRunByTheHost()

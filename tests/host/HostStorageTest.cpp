@@ -135,6 +135,19 @@ private Q_SLOTS:
         QVERIFY(storage.actions().isEmpty());
     }
 
+    void anEmptyConfigurationIsStoredHoweverItsTextWasMade()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        const QString id = storage.createAction(QStringLiteral("music"));
+        QVERIFY(storage.setConfig(id, QStringLiteral("{}")));
+        // A null text, as a decoder may make of an empty string, is the empty configuration, not a failure.
+        QVERIFY(storage.setConfig(id, QString()));
+        QCOMPARE(storage.action(id)->config, QString());
+        storage.setGlobalConfig(QStringLiteral("org.vendel.music"), QString());
+        QCOMPARE(storage.globalConfig(QStringLiteral("org.vendel.music")), QString());
+    }
+
     void keepsGlobalConfigurationsPerBundle()
     {
         QTemporaryDir temporary;

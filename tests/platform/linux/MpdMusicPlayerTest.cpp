@@ -40,6 +40,12 @@ ScriptErrorRecord notRunning()
     return {-600, QStringLiteral("Application isn’t running."), QStringLiteral("Application isn’t running.")};
 }
 
+ScriptErrorRecord noAnswer()
+{
+    return {-1712, QStringLiteral("Music got an error: AppleEvent timed out."),
+            QStringLiteral("AppleEvent timed out.")};
+}
+
 } // namespace
 
 class MpdMusicPlayerTest : public QObject
@@ -236,6 +242,60 @@ private Q_SLOTS:
         QCOMPARE(fallback.host, QByteArray());
         QCOMPARE(fallback.port, 0U);
         qunsetenv("MPD_PORT");
+    }
+
+    void mpdTimeoutIsReadInSecondsWithADefaultOtherwise_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<qint64>("milliseconds");
+        QTest::newRow("unset") << QByteArray() << qint64(MpdMusicPlayer::defaultTimeout.count());
+        QTest::newRow("whole seconds") << QByteArray("3") << qint64(3000);
+        QTest::newRow("fraction") << QByteArray(" 0.25 ") << qint64(250);
+        QTest::newRow("zero") << QByteArray("0") << qint64(MpdMusicPlayer::defaultTimeout.count());
+        QTest::newRow("negative") << QByteArray("-5") << qint64(MpdMusicPlayer::defaultTimeout.count());
+        QTest::newRow("not a number") << QByteArray("soon") << qint64(MpdMusicPlayer::defaultTimeout.count());
+        QTest::newRow("huge") << QByteArray("1e30") << qint64(86400000);
+    }
+
+    void mpdTimeoutIsReadInSecondsWithADefaultOtherwise()
+    {
+        QFETCH(QByteArray, value);
+        QFETCH(qint64, milliseconds);
+        const QByteArray previous = qgetenv("MPD_TIMEOUT");
+        if (value.isNull()) {
+            qunsetenv("MPD_TIMEOUT");
+        } else {
+            qputenv("MPD_TIMEOUT", value);
+        }
+        const auto timeout = MpdMusicPlayer::timeoutFromEnvironment();
+        qputenv("MPD_TIMEOUT", previous);
+        QCOMPARE(qint64(timeout.count()), milliseconds);
+    }
+
+    void defaultTimeoutLetsARunOfTwoCommandsEndWellInsideAMinute()
+    {
+        QVERIFY(2 * MpdMusicPlayer::defaultTimeout < std::chrono::seconds(30));
+    }
+
+    void frozenServerTimesOutAsAnUnansweredEventNotAsNotRunning()
+    {
+        // Connected before the freeze, and freshly after it: both wait only as long as they were told.
+        MpdMusicPlayer kept(addressOf(m_server), std::chrono::milliseconds(300));
+        QCOMPARE(kept.setShuffle(true), ScriptOutcome(ScriptNoResult{}));
+        QVERIFY(m_server.freeze());
+        const auto keptOutcome = kept.pause();
+        MpdMusicPlayer fresh(addressOf(m_server), std::chrono::milliseconds(300));
+        const auto freshOutcome = fresh.playPlaylist(focus);
+        const auto names = fresh.playlistNames();
+        QVERIFY(m_server.thaw());
+        QCOMPARE(keptOutcome, ScriptOutcome(noAnswer()));
+        QCOMPARE(freshOutcome, ScriptOutcome(noAnswer()));
+        QCOMPARE(names, PlaylistNames(noAnswer()));
+        QCOMPARE(std::get<ScriptErrorRecord>(freshOutcome).number, std::optional<qint64>(-1712));
+        QCOMPARE(std::get<ScriptErrorRecord>(freshOutcome).briefMessage,
+                 std::optional<QString>(QStringLiteral("AppleEvent timed out.")));
+        // Once it answers again, so does the player.
+        QCOMPARE(kept.pause(), ScriptOutcome(ScriptNoResult{}));
     }
 
     // Runs last: it stops and restarts the shared server.

@@ -230,6 +230,16 @@ bool MpdTestServer::isRunning() const
     return m_process.state() == QProcess::Running;
 }
 
+bool MpdTestServer::freeze()
+{
+    return isRunning() && ::kill(pid_t(m_process.processId()), SIGSTOP) == 0;
+}
+
+bool MpdTestServer::thaw()
+{
+    return isRunning() && ::kill(pid_t(m_process.processId()), SIGCONT) == 0;
+}
+
 MpdTestServer::Connection MpdTestServer::connect() const
 {
     const QByteArray host =

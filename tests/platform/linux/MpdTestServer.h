@@ -50,6 +50,10 @@ public:
     bool start();
     void stop();
     bool isRunning() const;
+    // Stops MPD's process (SIGSTOP) and lets it go on (SIGCONT): a frozen server still takes connections
+    // in the kernel's queue, but answers nothing.
+    bool freeze();
+    bool thaw();
 
     QString socketPath() const;
     // Why start() failed, with the end of MPD's log.
