@@ -248,7 +248,9 @@ std::optional<long long> instructionCount(Launcher& launcher, const std::vector<
     if (valgrind.isEmpty() || !folder.isValid()) {
         return std::nullopt;
     }
-    const QString output = folder.filePath(QStringLiteral("callgrind.out"));
+    // VENDEL_CALLGRIND_OUT keeps the profile for callgrind_annotate.
+    const QString kept = qEnvironmentVariable("VENDEL_CALLGRIND_OUT");
+    const QString output = kept.isEmpty() ? folder.filePath(QStringLiteral("callgrind.out")) : kept;
     std::vector<std::string> command{valgrind.toStdString(), "--tool=callgrind", "--quiet",
                                      "--callgrind-out-file=" + output.toStdString()};
     command.insert(command.end(), arguments.begin(), arguments.end());
