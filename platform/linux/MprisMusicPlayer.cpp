@@ -57,38 +57,26 @@ ScriptOutcome noResultOr(const SdBus::Reply& reply)
     return ScriptNoResult{};
 }
 
-// Reads a variant's value when it holds a string; false otherwise.
-bool readVariant(SdBus::Message& message, QString& text)
+// Reads a variant's value when it holds that type; false, and nothing read, otherwise.
+template <class Value> bool readVariant(SdBus::Message& message, const char* type, Value& value)
 {
-    return message.enter('v', "s") && message.read(text) && message.exit();
-}
-
-bool readVariant(SdBus::Message& message, QStringList& texts)
-{
-    return message.enter('v', "as") && message.read(texts) && message.exit();
+    return message.enter('v', type) && message.read(value) && message.exit();
 }
 
 // A count as players send it: unsigned as the interface says, or a signed integer.
-bool readVariant(SdBus::Message& message, uint& count)
+bool readCount(SdBus::Message& message, uint& count)
 {
-    QString contents;
-    if (message.peekType(&contents) != 'v' || (contents != u"u" && contents != u"i")) {
-        return false;
-    }
-    if (contents == u"u") {
-        quint32 value = 0;
-        if (!message.enter('v', "u") || !message.read(value) || !message.exit()) {
-            return false;
-        }
-        count = value;
+    quint32 unsignedCount = 0;
+    qint32 signedCount = 0;
+    if (readVariant(message, "u", unsignedCount)) {
+        count = unsignedCount;
         return true;
     }
-    qint32 value = 0;
-    if (!message.enter('v', "i") || !message.read(value) || !message.exit()) {
-        return false;
+    if (readVariant(message, "i", signedCount)) {
+        count = uint(std::max(signedCount, 0));
+        return true;
     }
-    count = uint(std::max(value, 0));
-    return true;
+    return false;
 }
 
 int statusRank(const QString& status)
@@ -168,7 +156,7 @@ std::variant<QString, ScriptErrorRecord> MprisMusicPlayer::choosePlayer() const
         });
         // A player that cannot tell its status counts as stopped rather than stopping the choice.
         QString status;
-        if (reply.error || !readVariant(reply.message, status)) {
+        if (reply.error || !readVariant(reply.message, "s", status)) {
             status.clear();
         }
         const int rank = statusRank(status);
@@ -265,10 +253,10 @@ MprisMusicPlayer::Playlists MprisMusicPlayer::playlists(const QString& player) c
             values.read(key);
             if (key == u"PlaylistCount") {
                 hasCount = true;
-                if (!readVariant(values, count)) {
+                if (!readCount(values, count)) {
                     values.skip();
                 }
-            } else if (key != u"Orderings" || !readVariant(values, orderings)) {
+            } else if (key != u"Orderings" || !readVariant(values, "as", orderings)) {
                 values.skip();
             }
             values.exit();

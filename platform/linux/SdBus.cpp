@@ -76,6 +76,17 @@ int deliverMatch(sd_bus_message* message, void* userdata, sd_bus_error*)
     return 0;
 }
 
+// Reads one value of a basic type; the value is left as it was when the next one is not of that type.
+template <class Raw> bool readBasic(sd_bus_message* message, char type, Raw& value)
+{
+    Raw read{};
+    if (message == nullptr || sd_bus_message_read_basic(message, type, &read) <= 0) {
+        return false;
+    }
+    value = read;
+    return true;
+}
+
 template <class T> void deleteUserdata(void* userdata)
 {
     delete static_cast<T*>(userdata);
@@ -166,21 +177,21 @@ QString Message::signature() const
 
 bool Message::read(QString& text)
 {
-    const char* value = nullptr;
-    if (!m_message || sd_bus_message_read_basic(get(), 's', &value) <= 0) {
-        return false;
-    }
-    text = QString::fromUtf8(value);
-    return true;
+    return readText('s', text);
 }
 
 bool Message::readObjectPath(QString& path)
 {
+    return readText('o', path);
+}
+
+bool Message::readText(char type, QString& text)
+{
     const char* value = nullptr;
-    if (!m_message || sd_bus_message_read_basic(get(), 'o', &value) <= 0) {
+    if (!readBasic(get(), type, value)) {
         return false;
     }
-    path = QString::fromUtf8(value);
+    text = QString::fromUtf8(value);
     return true;
 }
 
@@ -204,7 +215,7 @@ bool Message::read(QStringList& texts)
 bool Message::read(bool& value)
 {
     int boolean = 0;
-    if (!m_message || sd_bus_message_read_basic(get(), 'b', &boolean) <= 0) {
+    if (!readBasic(get(), 'b', boolean)) {
         return false;
     }
     value = boolean != 0;
@@ -213,35 +224,12 @@ bool Message::read(bool& value)
 
 bool Message::read(quint32& value)
 {
-    std::uint32_t number = 0;
-    if (!m_message || sd_bus_message_read_basic(get(), 'u', &number) <= 0) {
-        return false;
-    }
-    value = number;
-    return true;
+    return readBasic(get(), 'u', value);
 }
 
 bool Message::read(qint32& value)
 {
-    std::int32_t number = 0;
-    if (!m_message || sd_bus_message_read_basic(get(), 'i', &number) <= 0) {
-        return false;
-    }
-    value = number;
-    return true;
-}
-
-char Message::peekType(QString* contents)
-{
-    char type = 0;
-    const char* inside = nullptr;
-    if (!m_message || sd_bus_message_peek_type(get(), &type, &inside) <= 0) {
-        return 0;
-    }
-    if (contents != nullptr) {
-        *contents = QString::fromLatin1(inside);
-    }
-    return type;
+    return readBasic(get(), 'i', value);
 }
 
 bool Message::enter(char type, const char* contents)

@@ -69,9 +69,6 @@ public:
     bool read(quint32& value);
     bool read(qint32& value);
     bool readObjectPath(QString& path);
-    // The type of the next value ('\0' at the end of the current container) and, for a container, what it
-    // holds.
-    char peekType(QString* contents = nullptr);
     bool enter(char type, const char* contents);
     bool exit();
     bool skip();
@@ -79,6 +76,7 @@ public:
 private:
     friend class Bus;
     Message& fail(int status);
+    bool readText(char type, QString& text);
 
     std::unique_ptr<sd_bus_message, Unref> m_message;
     int m_status = 0;
