@@ -330,6 +330,15 @@ private Q_SLOTS:
                                      {QStringLiteral("SetGlobalConfig"), config, bundleID}}));
     }
 
+    void aTextWithANulCharacterFailsInsteadOfArrivingCut()
+    {
+        const QString config = QStringLiteral("{\"a\":1}") + QChar(0) + QStringLiteral("tail");
+        const ScriptOutcome outcome = tell(*VendelAPI::setConfigCommand(config, QStringLiteral("A-1")));
+        QVERIFY2(std::holds_alternative<ScriptErrorRecord>(outcome), qPrintable(describe(outcome)));
+        QCOMPARE(std::get<ScriptErrorRecord>(outcome).number, std::optional<qint64>(-10000));
+        QCOMPARE(TestHostProcess::calls(), QList<QStringList>());
+    }
+
     void installPluginLetsTheHostIdentifyTheCaller()
     {
         QCOMPARE(tell(VendelAPI::installPluginCommand()), ScriptOutcome(ScriptNoResult{}));
