@@ -38,6 +38,12 @@ Error localError(int status)
     return result;
 }
 
+// What a call on a missing or lost session bus reports, in the words the bus clients have always seen.
+Error disconnected()
+{
+    return {QString::fromLatin1(disconnectedError), QStringLiteral("Not connected to D-Bus server")};
+}
+
 // The handlers of served methods and matches live on the heap and go with their slot.
 struct ServedMethod
 {
@@ -308,9 +314,7 @@ Message Bus::methodCall(const QString& destination, const char* path, const char
 Reply Bus::call(Message& message, std::optional<milliseconds> timeout) const
 {
     if (!isConnected()) {
-        return {
-            Error{QString::fromLatin1(disconnectedError), QStringLiteral("Not connected to D-Bus server")},
-            {}};
+        return {disconnected(), {}};
     }
     if (!message.isValid()) {
         return {Error{QString::fromLatin1(invalidArgsError),
@@ -328,11 +332,11 @@ Reply Bus::call(Message& message, std::optional<milliseconds> timeout) const
     }
     Reply result{sd_bus_error_is_set(&error) ? errorOf(error) : localError(status), {}};
     sd_bus_error_free(&error);
+    const Error localTimeout = localError(ETIMEDOUT);
     if (!isConnected()) {
-        result.error =
-            Error{QString::fromLatin1(disconnectedError), QStringLiteral("Not connected to D-Bus server")};
-    } else if (status == -ETIMEDOUT && result.error->name == localError(ETIMEDOUT).name &&
-               result.error->message == localError(ETIMEDOUT).message) {
+        result.error = disconnected();
+    } else if (status == -ETIMEDOUT && result.error->name == localTimeout.name &&
+               result.error->message == localTimeout.message) {
         // sd-bus reports its own time-out as an errno; the bus daemon's name for it is NoReply.
         result.error = Error{QString::fromLatin1(noReplyError), QStringLiteral("Did not receive a reply.")};
     }
