@@ -1,15 +1,19 @@
-// Measures a headless run of the plugin from process start to exit, and its peak memory, next to the same
-// player commands done by mpc in a shell and a bare Qt core application. Run it inside dbus-run-session.
+// Measures a headless run of the plugin from process start to exit, its peak memory and its instruction
+// count, next to the same player commands done by mpc in a shell and a bare Qt core application. Run it
+// inside dbus-run-session.
 #include "MpdTestServer.h"
 #include "TestHostProcess.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -235,6 +239,39 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& additio
     return environment;
 }
 
+// Callgrind's count of the instructions of one run, all threads included; nothing when it cannot say.
+std::optional<long long> instructionCount(Launcher& launcher, const std::vector<std::string>& arguments,
+                                          const std::vector<std::string>& environment)
+{
+    const QString valgrind = QStandardPaths::findExecutable(QStringLiteral("valgrind"));
+    QTemporaryDir folder;
+    if (valgrind.isEmpty() || !folder.isValid()) {
+        return std::nullopt;
+    }
+    // VENDEL_CALLGRIND_OUT keeps the profile for callgrind_annotate.
+    const QString kept = qEnvironmentVariable("VENDEL_CALLGRIND_OUT");
+    const QString output = kept.isEmpty() ? folder.filePath(QStringLiteral("callgrind.out")) : kept;
+    std::vector<std::string> command{valgrind.toStdString(), "--tool=callgrind", "--quiet",
+                                     "--callgrind-out-file=" + output.toStdString()};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    QFile profile(output);
+    if (launcher.run(command, environment).status != 0 || !profile.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    while (!profile.atEnd()) {
+        const QByteArray line = profile.readLine().trimmed();
+        if (line.startsWith("summary:") || line.startsWith("totals:")) {
+            bool valid = false;
+            const long long count =
+                line.mid(line.indexOf(':') + 1).trimmed().split(' ').value(0).toLongLong(&valid);
+            if (valid) {
+                return count;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -311,6 +348,14 @@ int main(int argc, char* argv[])
     std::printf("Ratios of medians: plugin / mpc sequence = %.2f, plugin / bare QCoreApplication = %.2f\n",
                 plugin / percentile(series[1].milliseconds, 0.5),
                 plugin / percentile(series[2].milliseconds, 0.5));
+    mpd.reset();
+    const auto instructions = instructionCount(launcher, series[0].arguments, environment);
+    if (instructions) {
+        std::printf("Instructions of one plugin run (callgrind, all threads): %.2f M\n",
+                    double(*instructions) / 1e6);
+    } else {
+        std::printf("Instructions of one plugin run: not measured (valgrind is missing or the run failed)\n");
+    }
     std::printf("MPD after the plugin's last run: %s\n",
                 playing ? "playing Focus with random on" : "NOT as expected");
     return series[0].failures == 0 && playing ? 0 : 1;

@@ -1,17 +1,11 @@
 // Uses the bus name's queue, so that the bus daemon alone decides which launch becomes the running instance.
 #include "DBusLaunchChannel.h"
 
-#include "PluginLaunchAdaptor.h"
-#include "PluginLaunchProxy.h"
-
-#include <QDBusConnectionInterface>
-#include <QDBusServiceWatcher>
-#include <QEventLoop>
-#include <QTimer>
-
 #include <cstdio>
 
 namespace VendelSDK {
+
+using namespace std::chrono;
 
 bool LaunchService::Launch(const QStringList& urls)
 {
@@ -21,25 +15,27 @@ bool LaunchService::Launch(const QStringList& urls)
     return receiver(urls.isEmpty() ? std::nullopt : std::optional<QString>(urls.first()));
 }
 
-DBusLaunchChannel::DBusLaunchChannel(QDBusConnection connection, int takeOverTimeoutMs)
-    : m_connection(std::move(connection)), m_takeOverTimeoutMs(takeOverTimeoutMs)
-{
-    new Plugin1Adaptor(&m_service);
-}
+DBusLaunchChannel::DBusLaunchChannel(SdBus::Bus bus, int takeOverTimeoutMs)
+    : m_bus(std::move(bus)), m_takeOverTimeoutMs(takeOverTimeoutMs)
+{}
 
 DBusLaunchChannel::~DBusLaunchChannel()
 {
     // Launches handed over from now on find no object and wait for the name instead.
-    if (m_connection.isConnected()) {
-        m_connection.unregisterObject(QString::fromLatin1(objectPath));
-    }
+    m_dispatcher.reset();
+    m_object.reset();
 }
 
 void DBusLaunchChannel::release()
 {
     m_service.receiver = nullptr;
-    if (m_connection.isConnected() && !m_name.isEmpty()) {
-        m_connection.interface()->unregisterService(m_name);
+    giveUpName();
+}
+
+void DBusLaunchChannel::giveUpName()
+{
+    if (!m_name.isEmpty()) {
+        m_bus.releaseName(m_name);
         m_name.clear();
     }
 }
@@ -70,75 +66,85 @@ QString DBusLaunchChannel::busName(const QString& applicationID)
 LaunchChannel::Role DBusLaunchChannel::claim(const QString& applicationID, const std::optional<QString>& url,
                                              LaunchReceiver receiver)
 {
-    if (!m_connection.isConnected()) {
+    if (!m_bus.isConnected()) {
         // Without a session bus there is no one to hand over to: this launch serves itself.
         return Role::running;
     }
     m_name = busName(applicationID);
-    m_connection.registerObject(QString::fromLatin1(objectPath), &m_service);
-    const auto reply = m_connection.interface()->registerService(
-        m_name, QDBusConnectionInterface::QueueService, QDBusConnectionInterface::DontAllowReplacement);
-    bool running = reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
-    if (reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceQueued) {
-        if (forward(m_name, url)) {
-            m_connection.interface()->unregisterService(m_name);
-            m_name.clear();
-            return Role::forwarded;
-        }
-        running = waitToTakeOver(m_name, url);
-        if (!running) {
-            m_connection.interface()->unregisterService(m_name);
-            m_name.clear();
+    m_object = m_bus.serveMethod(objectPath, interfaceName, launchMethod, launchSignature, launchResult,
+                                 [this](SdBus::Message& call, SdBus::Message& reply) {
+                                     QStringList urls;
+                                     if (!call.read(urls)) {
+                                         return false;
+                                     }
+                                     reply.append(m_service.Launch(urls));
+                                     return true;
+                                 });
+    if (m_bus.requestName(m_name) == SdBus::Bus::NameRequest::queued) {
+        if (forward(m_name, url) || !waitToTakeOver(m_name, url)) {
+            giveUpName();
             return Role::forwarded;
         }
     }
     // The name could not be asked for at all (an odd bus): serve this launch alone rather than lose it.
     m_service.receiver = std::move(receiver);
+    // Later launches arrive while the application runs its event loop.
+    m_dispatcher = std::make_unique<SdBus::EventLoopDispatcher>(m_bus);
     return Role::running;
 }
 
 bool DBusLaunchChannel::forward(const QString& name, const std::optional<QString>& url)
 {
-    Plugin1Proxy proxy(name, QString::fromLatin1(objectPath), m_connection);
-    const QDBusReply<bool> accepted = proxy.Launch(url ? QStringList{*url} : QStringList{});
-    return accepted.isValid() && accepted.value();
+    SdBus::Message call = m_bus.methodCall(name, objectPath, interfaceName, launchMethod);
+    call.append(url ? QStringList{*url} : QStringList{});
+    SdBus::Reply reply = m_bus.call(call);
+    bool accepted = false;
+    return !reply.error && reply.message.signature() == QLatin1String(launchResult) &&
+           reply.message.read(accepted) && accepted;
 }
 
 bool DBusLaunchChannel::waitToTakeOver(const QString& name, const std::optional<QString>& url)
 {
     // The running instance refused, usually because it is ending. The queue makes this launch the owner
-    // when it has gone; a launch queued earlier may take over first, and is then asked again.
-    QEventLoop loop;
-    bool done = false;
-    bool running = false;
-    const QString self = m_connection.baseService();
-    const QString refusedBy = m_connection.interface()->serviceOwner(name).value();
-    const auto settle = [&](const QString& owner) {
-        if (owner == self) {
-            running = true;
-            done = true;
-        } else if (!owner.isEmpty() && owner != refusedBy && forward(name, url)) {
-            done = true;
-        }
-        if (done) {
-            loop.quit();
-        }
-    };
-    QDBusServiceWatcher watcher(name, m_connection, QDBusServiceWatcher::WatchForOwnerChange);
-    QObject::connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, &loop,
-                     [&](const QString&, const QString&, const QString& owner) { settle(owner); });
-    QTimer::singleShot(m_takeOverTimeoutMs, &loop, [&] {
-        std::fputs("The running instance did not answer; this launch goes on by itself.\n", stderr);
-        running = true;
-        done = true;
-        loop.quit();
-    });
+    // when it has gone; a launch queued earlier may take over first, and is then asked again. Nothing else
+    // runs in this process yet, so the wait serves the bus alone, without an event loop.
+    QString owner;
+    bool ownerChanged = false;
+    const SdBus::Slot watch = m_bus.addMatch(
+        QStringLiteral("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                       "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='%1'")
+            .arg(name),
+        [&](SdBus::Message& signal) {
+            QString changedName;
+            QString oldOwner;
+            QString newOwner;
+            if (signal.read(changedName) && signal.read(oldOwner) && signal.read(newOwner) &&
+                changedName == name) {
+                owner = newOwner;
+                ownerChanged = true;
+            }
+        });
+    const QString self = m_bus.uniqueName();
     // The owner may have changed between the refusal and the start of the watch.
-    settle(m_connection.interface()->serviceOwner(name).value());
-    if (!done) {
-        loop.exec();
+    const QString refusedBy = m_bus.nameOwner(name);
+    owner = refusedBy;
+    ownerChanged = true;
+    const auto deadline = steady_clock::now() + milliseconds(m_takeOverTimeoutMs);
+    for (;;) {
+        if (ownerChanged) {
+            ownerChanged = false;
+            if (owner == self) {
+                return true;
+            }
+            if (!owner.isEmpty() && owner != refusedBy && forward(name, url)) {
+                return false;
+            }
+        }
+        if (!m_bus.processUntil(deadline)) {
+            std::fputs("The running instance did not answer; this launch goes on by itself.\n", stderr);
+            return true;
+        }
     }
-    return running;
 }
 
 } // namespace VendelSDK

@@ -1,11 +1,5 @@
-// MPRIS calls over QtDBus and the mapping of their D-Bus errors onto the players' error records.
+// MPRIS calls over the session bus and the mapping of their D-Bus errors onto the players' error records.
 #include "MprisMusicPlayer.h"
-
-#include <QDBusArgument>
-#include <QDBusConnectionInterface>
-#include <QDBusError>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
 
 #include <algorithm>
 
@@ -13,10 +7,10 @@ namespace VendelSDK {
 
 namespace {
 
-const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
-const QString playlistsInterface = QStringLiteral("org.mpris.MediaPlayer2.Playlists");
+constexpr auto objectPath = "/org/mpris/MediaPlayer2";
+constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
+constexpr auto playerInterface = "org.mpris.MediaPlayer2.Player";
+constexpr auto playlistsInterface = "org.mpris.MediaPlayer2.Playlists";
 
 QString prefix()
 {
@@ -29,9 +23,9 @@ bool isOneOf(const QString& name, std::initializer_list<const char*> names)
                        [&name](const char* candidate) { return name == QLatin1String(candidate); });
 }
 
-ScriptErrorRecord failureOf(const QDBusMessage& reply)
+ScriptErrorRecord failureOf(const SdBus::Error& error)
 {
-    const QString name = reply.errorName();
+    const QString& name = error.name;
     if (isOneOf(name,
                 {"org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Error.NameHasNoOwner"})) {
         return MusicErrors::notRunning();
@@ -43,24 +37,46 @@ ScriptErrorRecord failureOf(const QDBusMessage& reply)
     if (name == u"org.freedesktop.DBus.Error.Disconnected") {
         return MusicErrors::connectionLost();
     }
-    return MusicErrors::failed(reply.errorMessage().isEmpty() ? name : reply.errorMessage());
+    return MusicErrors::failed(error.message.isEmpty() ? name : error.message);
 }
 
 // Errors with which a player says that it has no such interface; implementations differ in which they send.
-bool isMissingInterface(const QDBusMessage& reply)
+bool isMissingInterface(const SdBus::Error& error)
 {
-    return isOneOf(reply.errorName(),
+    return isOneOf(error.name,
                    {"org.freedesktop.DBus.Error.UnknownInterface", "org.freedesktop.DBus.Error.UnknownMethod",
                     "org.freedesktop.DBus.Error.UnknownObject", "org.freedesktop.DBus.Error.UnknownProperty",
                     "org.freedesktop.DBus.Error.InvalidArgs", "org.freedesktop.DBus.Error.NotSupported"});
 }
 
-ScriptOutcome noResultOr(const QDBusMessage& reply)
+ScriptOutcome noResultOr(const SdBus::Reply& reply)
 {
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        return failureOf(reply);
+    if (reply.error) {
+        return failureOf(*reply.error);
     }
     return ScriptNoResult{};
+}
+
+// Reads a variant's value when it holds that type; false, and nothing read, otherwise.
+template <class Value> bool readVariant(SdBus::Message& message, const char* type, Value& value)
+{
+    return message.enter('v', type) && message.read(value) && message.exit();
+}
+
+// A count as players send it: unsigned as the interface says, or a signed integer.
+bool readCount(SdBus::Message& message, uint& count)
+{
+    quint32 unsignedCount = 0;
+    qint32 signedCount = 0;
+    if (readVariant(message, "u", unsignedCount)) {
+        count = unsignedCount;
+        return true;
+    }
+    if (readVariant(message, "i", signedCount)) {
+        count = uint(std::max(signedCount, 0));
+        return true;
+    }
+    return false;
 }
 
 int statusRank(const QString& status)
@@ -76,29 +92,34 @@ int statusRank(const QString& status)
 
 } // namespace
 
-MprisMusicPlayer::MprisMusicPlayer(QDBusConnection bus, QString requestedPlayer)
+MprisMusicPlayer::MprisMusicPlayer(SdBus::Bus bus, QString requestedPlayer)
     : m_bus(std::move(bus)), m_requestedPlayer(std::move(requestedPlayer).trimmed())
 {}
 
-QDBusMessage MprisMusicPlayer::call(const QString& player, const QString& interface, const QString& method,
-                                    const QVariantList& arguments) const
+SdBus::Reply MprisMusicPlayer::call(const QString& player, const char* interface, const char* method,
+                                    const std::function<void(SdBus::Message&)>& arguments) const
 {
-    auto message = QDBusMessage::createMethodCall(player, objectPath, interface, method);
-    message.setArguments(arguments);
+    SdBus::Message message = m_bus.methodCall(player, objectPath, interface, method);
+    if (arguments) {
+        arguments(message);
+    }
     return m_bus.call(message);
 }
 
 std::variant<QString, ScriptErrorRecord> MprisMusicPlayer::choosePlayer() const
 {
-    if (!m_bus.isConnected() || !m_bus.interface()) {
+    if (!m_bus.isConnected()) {
         return MusicErrors::notRunning();
     }
-    const auto names = m_bus.interface()->registeredServiceNames();
-    if (!names.isValid()) {
+    SdBus::Message listNames = m_bus.methodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                "/org/freedesktop/DBus", "org.freedesktop.DBus", "ListNames");
+    SdBus::Reply names = m_bus.call(listNames);
+    QStringList registered;
+    if (names.error || !names.message.read(registered)) {
         return MusicErrors::notRunning();
     }
     QStringList players;
-    for (const QString& name : names.value()) {
+    for (const QString& name : std::as_const(registered)) {
         if (name.startsWith(prefix()) && name.size() > prefix().size()) {
             players.append(name);
         }
@@ -130,12 +151,14 @@ std::variant<QString, ScriptErrorRecord> MprisMusicPlayer::choosePlayer() const
     QString chosen;
     int chosenRank = 3;
     for (const QString& player : std::as_const(players)) {
-        const auto reply = call(player, propertiesInterface, QStringLiteral("Get"),
-                                {playerInterface, QStringLiteral("PlaybackStatus")});
+        auto reply = call(player, propertiesInterface, "Get", [](SdBus::Message& message) {
+            message.append(QString::fromLatin1(playerInterface)).append(QStringLiteral("PlaybackStatus"));
+        });
         // A player that cannot tell its status counts as stopped rather than stopping the choice.
-        const QString status = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
-                                   ? reply.arguments().first().value<QDBusVariant>().variant().toString()
-                                   : QString();
+        QString status;
+        if (reply.error || !readVariant(reply.message, "s", status)) {
+            status.clear();
+        }
         const int rank = statusRank(status);
         if (rank < chosenRank) {
             chosen = player;
@@ -155,8 +178,11 @@ ScriptOutcome MprisMusicPlayer::setShuffle(bool enabled)
         return *error;
     }
     return noResultOr(
-        call(std::get<QString>(player), propertiesInterface, QStringLiteral("Set"),
-             {playerInterface, QStringLiteral("Shuffle"), QVariant::fromValue(QDBusVariant(enabled))}));
+        call(std::get<QString>(player), propertiesInterface, "Set", [enabled](SdBus::Message& message) {
+            message.append(QString::fromLatin1(playerInterface))
+                .append(QStringLiteral("Shuffle"))
+                .appendVariant(enabled);
+        }));
 }
 
 ScriptOutcome MprisMusicPlayer::playPlaylist(const QString& name)
@@ -171,9 +197,9 @@ ScriptOutcome MprisMusicPlayer::playPlaylist(const QString& name)
     }
     for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
         if (playlist.name == name) {
-            return noResultOr(call(std::get<QString>(player), playlistsInterface,
-                                   QStringLiteral("ActivatePlaylist"),
-                                   {QVariant::fromValue(QDBusObjectPath(playlist.id))}));
+            return noResultOr(
+                call(std::get<QString>(player), playlistsInterface, "ActivatePlaylist",
+                     [&playlist](SdBus::Message& message) { message.appendObjectPath(playlist.id); }));
         }
     }
     return MusicErrors::playlistNotFound(name);
@@ -185,7 +211,7 @@ ScriptOutcome MprisMusicPlayer::pause()
     if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
         return *error;
     }
-    return noResultOr(call(std::get<QString>(player), playerInterface, QStringLiteral("Pause"), {}));
+    return noResultOr(call(std::get<QString>(player), playerInterface, "Pause"));
 }
 
 PlaylistNames MprisMusicPlayer::playlistNames()
@@ -207,55 +233,74 @@ PlaylistNames MprisMusicPlayer::playlistNames()
 
 MprisMusicPlayer::Playlists MprisMusicPlayer::playlists(const QString& player) const
 {
-    const auto properties = call(player, propertiesInterface, QStringLiteral("GetAll"), {playlistsInterface});
-    if (properties.type() != QDBusMessage::ReplyMessage) {
-        if (isMissingInterface(properties)) {
+    auto properties = call(player, propertiesInterface, "GetAll", [](SdBus::Message& message) {
+        message.append(QString::fromLatin1(playlistsInterface));
+    });
+    if (properties.error) {
+        if (isMissingInterface(*properties.error)) {
             return MusicErrors::playlistsNotSupported(player);
         }
-        return failureOf(properties);
+        return failureOf(*properties.error);
     }
-    const auto values = properties.arguments().isEmpty()
-                            ? QVariantMap()
-                            : qdbus_cast<QVariantMap>(properties.arguments().first());
+    // Properties of other types than the interface gives them read as absent.
+    bool hasCount = false;
+    uint count = 0;
+    QStringList orderings;
+    SdBus::Message& values = properties.message;
+    if (values.enter('a', "{sv}")) {
+        while (values.enter('e', "sv")) {
+            QString key;
+            values.read(key);
+            if (key == u"PlaylistCount") {
+                hasCount = true;
+                if (!readCount(values, count)) {
+                    values.skip();
+                }
+            } else if (key != u"Orderings" || !readVariant(values, "as", orderings)) {
+                values.skip();
+            }
+            values.exit();
+        }
+        values.exit();
+    }
     // Some implementations answer an unknown interface with no properties rather than an error.
-    if (!values.contains(QStringLiteral("PlaylistCount"))) {
+    if (!hasCount) {
         return MusicErrors::playlistsNotSupported(player);
     }
-    const uint count = values.value(QStringLiteral("PlaylistCount")).toUInt();
     if (count == 0) {
         return QList<Playlist>();
     }
-    const auto orderings = qdbus_cast<QStringList>(values.value(QStringLiteral("Orderings")));
     QString ordering = orderings.isEmpty() ? QStringLiteral("Alphabetical") : orderings.first();
     if (orderings.contains(QStringLiteral("UserDefined"))) {
         ordering = QStringLiteral("UserDefined");
     }
 
-    const auto reply =
-        call(player, playlistsInterface, QStringLiteral("GetPlaylists"), {0U, count, ordering, false});
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        if (isMissingInterface(reply)) {
+    auto reply = call(player, playlistsInterface, "GetPlaylists", [&](SdBus::Message& message) {
+        message.append(quint32(0)).append(quint32(count)).append(ordering).append(false);
+    });
+    if (reply.error) {
+        if (isMissingInterface(*reply.error)) {
             return MusicErrors::playlistsNotSupported(player);
         }
-        return failureOf(reply);
+        return failureOf(*reply.error);
     }
-    if (reply.signature() != u"a(oss)") {
+    if (reply.message.signature() != u"a(oss)") {
         return MusicErrors::failed(
             QStringLiteral("The player “%1” sent its playlists in an unknown form.").arg(player));
     }
     QList<Playlist> result;
-    const auto list = reply.arguments().first().value<QDBusArgument>();
-    list.beginArray();
-    while (!list.atEnd()) {
-        QDBusObjectPath id;
-        QString name;
+    SdBus::Message& list = reply.message;
+    list.enter('a', "(oss)");
+    while (list.enter('r', "oss")) {
+        Playlist playlist;
         QString icon;
-        list.beginStructure();
-        list >> id >> name >> icon;
-        list.endStructure();
-        result.append({id.path(), name});
+        list.readObjectPath(playlist.id);
+        list.read(playlist.name);
+        list.read(icon);
+        list.exit();
+        result.append(playlist);
     }
-    list.endArray();
+    list.exit();
     return result;
 }
 

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "MusicPlayer.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include "SdBus.h"
 
 namespace VendelSDK {
 
@@ -26,7 +24,7 @@ class MprisMusicPlayer final : public MusicPlayer
 public:
     static constexpr auto busNamePrefix = "org.mpris.MediaPlayer2.";
 
-    MprisMusicPlayer(QDBusConnection bus, QString requestedPlayer = {});
+    explicit MprisMusicPlayer(SdBus::Bus bus, QString requestedPlayer = {});
 
     ScriptOutcome setShuffle(bool enabled) override;
     ScriptOutcome playPlaylist(const QString& name) override;
@@ -46,10 +44,10 @@ private:
     using Playlists = std::variant<QList<Playlist>, ScriptErrorRecord>;
 
     Playlists playlists(const QString& player) const;
-    QDBusMessage call(const QString& player, const QString& interface, const QString& method,
-                      const QVariantList& arguments) const;
+    SdBus::Reply call(const QString& player, const char* interface, const char* method,
+                      const std::function<void(SdBus::Message&)>& arguments = {}) const;
 
-    QDBusConnection m_bus;
+    SdBus::Bus m_bus;
     QString m_requestedPlayer;
 };
 

@@ -5,8 +5,6 @@
 #include "MpdMusicPlayer.h"
 #include "MprisMusicPlayer.h"
 
-#include <QDBusConnection>
-
 namespace VendelSDK {
 
 namespace MusicErrors {
@@ -93,7 +91,7 @@ private:
 
 std::unique_ptr<MusicPlayer> makeMprisPlayer()
 {
-    return std::make_unique<MprisMusicPlayer>(QDBusConnection::sessionBus(),
+    return std::make_unique<MprisMusicPlayer>(SdBus::Bus::session(),
                                               qEnvironmentVariable("VENDEL_MUSIC_PLAYER"));
 }
 

@@ -1,11 +1,7 @@
 // Maps the host's eight commands to D-Bus calls and their replies to script outcomes.
 #include "VendelHostApplication.h"
 
-#include "VendelHostProxy.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCall>
+#include "SdBus.h"
 
 #include <array>
 
@@ -13,8 +9,9 @@ namespace VendelSDK {
 
 namespace {
 
-const QString serviceName = QStringLiteral("org.vendel.Host");
-const QString objectPath = QStringLiteral("/org/vendel/Host");
+constexpr auto serviceName = "org.vendel.Host";
+constexpr auto objectPath = "/org/vendel/Host";
+constexpr auto interfaceName = "org.vendel.Host1";
 const QString noSuchPluginError = QStringLiteral("org.vendel.Host1.Error.NoSuchPlugin");
 
 struct Entry
@@ -40,9 +37,9 @@ ScriptErrorRecord failure(qint64 number, const QString& message)
     return ScriptErrorRecord{number, message, message};
 }
 
-ScriptOutcome outcomeOfError(const QDBusMessage& reply)
+ScriptOutcome outcomeOfError(const VendelHostApplication::Reply& reply)
 {
-    const QString name = reply.errorName();
+    const QString& name = reply.errorName;
     if (name == u"org.freedesktop.DBus.Error.ServiceUnknown" ||
         name == u"org.freedesktop.DBus.Error.NameHasNoOwner") {
         return failure(VendelHostApplication::applicationIsNotRunning,
@@ -51,7 +48,7 @@ ScriptOutcome outcomeOfError(const QDBusMessage& reply)
     if (name == u"org.freedesktop.DBus.Error.NoReply") {
         return failure(VendelHostApplication::timedOut, QStringLiteral("AppleEvent timed out."));
     }
-    const QString message = reply.errorMessage();
+    const QString& message = reply.errorMessage;
     return failure(VendelHostApplication::hostFailed, message.isEmpty() ? name : message);
 }
 
@@ -60,8 +57,6 @@ ScriptOutcome outcomeOfError(const QDBusMessage& reply)
 VendelHostApplication::VendelHostApplication(std::optional<std::chrono::milliseconds> timeout)
     : m_timeout(timeout)
 {}
-
-VendelHostApplication::~VendelHostApplication() = default;
 
 QStringList VendelHostApplication::dictionary() const
 {
@@ -72,52 +67,57 @@ QStringList VendelHostApplication::dictionary() const
     return patterns;
 }
 
+QList<VendelHostApplication::Method> VendelHostApplication::methods()
+{
+    QList<Method> methods;
+    for (const Entry& entry : entries) {
+        const QString pattern = QString::fromLatin1(entry.pattern);
+        methods.append({QString::fromLatin1(entry.method), QString(pattern.count(u"%s"), u's')});
+    }
+    return methods;
+}
+
 ScriptOutcome VendelHostApplication::perform(qsizetype entry, const QStringList& arguments)
 {
-    QVariantList values;
+    // The bus is opened on first use, so that a process that never talks to the host never touches it.
+    // The call blocks without running any event loop: the script stays synchronous and nothing else runs
+    // on the main thread meanwhile.
+    const SdBus::Bus bus = SdBus::Bus::session();
+    SdBus::Message call = bus.methodCall(QString::fromLatin1(serviceName), objectPath, interfaceName,
+                                         entries.at(static_cast<std::size_t>(entry)).method);
     for (const QString& argument : arguments) {
-        values.append(argument);
+        call.append(argument);
     }
-    // The generated typed calls would turn an argument-less reply, which means no result, into a
-    // signature error, and the blocking call pads it with an empty value; an untyped pending call keeps the
-    // reply as it came. Waiting on it runs no event loop, so the script stays synchronous and nothing else
-    // runs on the main thread meanwhile.
-    QDBusPendingCall call = proxy().asyncCallWithArgumentList(
-        QString::fromLatin1(entries.at(static_cast<std::size_t>(entry)).method), values);
-    call.waitForFinished();
-    const QDBusMessage reply = call.reply();
+    SdBus::Reply answer = bus.call(call, m_timeout);
+    Reply reply;
+    if (answer.error) {
+        reply.errorName = answer.error->name;
+        reply.errorMessage = answer.error->message;
+    } else {
+        // The reply is kept as it came: no arguments mean no result, whatever the method declares.
+        reply.signature = answer.message.signature();
+        if (reply.signature == u"s") {
+            answer.message.read(reply.text);
+        }
+    }
     return outcome(static_cast<Command>(entry), reply);
 }
 
-ScriptOutcome VendelHostApplication::outcome(Command command, const QDBusMessage& reply)
+ScriptOutcome VendelHostApplication::outcome(Command command, const Reply& reply)
 {
-    if (reply.type() == QDBusMessage::ErrorMessage) {
-        if (command == getPathOfPlugin && reply.errorName() == noSuchPluginError) {
+    if (!reply.errorName.isEmpty()) {
+        if (command == getPathOfPlugin && reply.errorName == noSuchPluginError) {
             return ScriptNoResult{};
         }
         return outcomeOfError(reply);
     }
-    const QVariantList values = reply.arguments();
-    if (reply.type() == QDBusMessage::ReplyMessage && values.isEmpty()) {
+    if (reply.signature.isEmpty()) {
         return ScriptNoResult{};
     }
-    if (reply.type() == QDBusMessage::ReplyMessage && values.size() == 1 &&
-        values.constFirst().metaType() == QMetaType::fromType<QString>()) {
-        return values.constFirst().toString();
+    if (reply.signature == u"s") {
+        return reply.text;
     }
     return failure(unexpectedReply, QStringLiteral("Can’t make some data into the expected type."));
-}
-
-VendelHostProxy& VendelHostApplication::proxy()
-{
-    // Made on first use, so that a process that never talks to the host never touches the bus.
-    if (!m_proxy) {
-        m_proxy = std::make_unique<VendelHostProxy>(serviceName, objectPath, QDBusConnection::sessionBus());
-        if (m_timeout) {
-            m_proxy->setTimeout(static_cast<int>(m_timeout->count()));
-        }
-    }
-    return *m_proxy;
 }
 
 } // namespace VendelSDK

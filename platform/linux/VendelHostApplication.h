@@ -4,11 +4,7 @@
 #include "ScriptApplication.h"
 
 #include <chrono>
-#include <memory>
 #include <optional>
-
-class QDBusMessage;
-class VendelHostProxy;
 
 namespace VendelSDK {
 
@@ -47,23 +43,36 @@ public:
     static constexpr qint64 unexpectedReply = -1700;
     static constexpr qint64 hostFailed = -10000;
 
+    // What came back from the host: an error, or a method return with its arguments' signature and, when
+    // that is one string, the string.
+    struct Reply
+    {
+        QString errorName;
+        QString errorMessage;
+        QString signature;
+        QString text;
+    };
+
     // Without a time-out the D-Bus default applies, as it must in production; a test may shorten it.
     explicit VendelHostApplication(std::optional<std::chrono::milliseconds> timeout = std::nullopt);
-    ~VendelHostApplication() override;
-    VendelHostApplication(const VendelHostApplication&) = delete;
-    VendelHostApplication& operator=(const VendelHostApplication&) = delete;
 
     QStringList dictionary() const override;
     ScriptOutcome perform(qsizetype entry, const QStringList& arguments) override;
 
     // What a reply to the command means as a script outcome.
-    static ScriptOutcome outcome(Command command, const QDBusMessage& reply);
+    static ScriptOutcome outcome(Command command, const Reply& reply);
+
+    // The interface's method that each command calls, in the dictionary's order, with the signature of
+    // the arguments it sends (one string for each "%s" of the pattern).
+    struct Method
+    {
+        QString name;
+        QString signature;
+    };
+    static QList<Method> methods();
 
 private:
-    VendelHostProxy& proxy();
-
     std::optional<std::chrono::milliseconds> m_timeout;
-    std::unique_ptr<VendelHostProxy> m_proxy;
 };
 
 } // namespace VendelSDK

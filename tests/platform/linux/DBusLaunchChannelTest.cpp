@@ -1,7 +1,8 @@
 // Tests the single instance over a private session bus: the first launch runs, later ones hand over.
 #include "linux/DBusLaunchChannel.h"
 
-#include <QDBusConnection>
+#include "InterfaceDescription.h"
+
 #include <QTest>
 #include <QThread>
 
@@ -20,15 +21,9 @@ class LaterLaunch
 public:
     LaterLaunch(std::optional<QString> url, int takeOverTimeoutMs = 25000)
         : m_thread(QThread::create([this, url, takeOverTimeoutMs] {
-              const QString connectionName = QStringLiteral("later-launch");
-              {
-                  DBusLaunchChannel channel(
-                      QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName),
-                      takeOverTimeoutMs);
-                  role =
-                      channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
-              }
-              QDBusConnection::disconnectFromBus(connectionName);
+              // The thread's own session bus connection, closed when the thread ends.
+              DBusLaunchChannel channel(SdBus::Bus::session(), takeOverTimeoutMs);
+              role = channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
           }))
     {
         m_thread->start();
@@ -123,6 +118,17 @@ private Q_SLOTS:
         service.receiver = [](const std::optional<QString>&) { return true; };
         QVERIFY(service.Launch({QStringLiteral("vendelplugin://run/E")}));
         QVERIFY(!service.Launch({QStringLiteral("a"), QStringLiteral("b")}));
+    }
+
+    // Launches from builds of either side meet on the committed interface description.
+    void theLaunchMethodIsTheOneThePluginInterfaceDescribes()
+    {
+        const auto described = Testing::describedMethods(QStringLiteral("org.vendel.Plugin1.xml"),
+                                                         DBusLaunchChannel::interfaceName);
+        QCOMPARE(described.keys(), QStringList{QString::fromLatin1(DBusLaunchChannel::launchMethod)});
+        const auto launch = described.value(QString::fromLatin1(DBusLaunchChannel::launchMethod));
+        QCOMPARE(launch.in, QString::fromLatin1(DBusLaunchChannel::launchSignature));
+        QCOMPARE(launch.out, QString::fromLatin1(DBusLaunchChannel::launchResult));
     }
 
     void busNameKeepsAValidIdentifier()

@@ -59,7 +59,7 @@ private Q_SLOTS:
 
     void withoutAnyPlayerEveryCommandFailsWithApplicationNotRunning()
     {
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.setShuffle(true), ScriptOutcome(notRunning()));
         QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(notRunning()));
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
     void withoutABusEveryCommandFailsWithApplicationNotRunning()
     {
-        MprisMusicPlayer music(QDBusConnection(QStringLiteral("never connected")));
+        MprisMusicPlayer music((SdBus::Bus()));
 
         QCOMPARE(music.pause(), ScriptOutcome(notRunning()));
     }
@@ -77,7 +77,7 @@ private Q_SLOTS:
     void theOnlyPlayerIsChosenWhateverItsStatus()
     {
         auto& only = start(player("only", "Stopped"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(chosen(music), only.busName());
     }
@@ -87,7 +87,7 @@ private Q_SLOTS:
         start(player("a", "Paused"));
         auto& playing = start(player("b", "Playing"));
         start(player("c", "Stopped"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
         QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.b"));
 
         QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
@@ -102,7 +102,7 @@ private Q_SLOTS:
     {
         start(player("a", "Stopped"));
         start(player("b", "Paused"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.b"));
     }
@@ -112,7 +112,7 @@ private Q_SLOTS:
         start(player("zeta", "Stopped"));
         start(player("alpha.instance7", "Stopped"));
         start(player("beta", "Stopped"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(chosen(music), QStringLiteral("org.mpris.MediaPlayer2.alpha.instance7"));
     }
@@ -121,7 +121,7 @@ private Q_SLOTS:
     {
         const QString resembling = QStringLiteral("org.mpris.MediaPlayer2Extra");
         QVERIFY(QDBusConnection::sessionBus().registerService(resembling));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         const auto outcome = music.pause();
 
@@ -151,7 +151,7 @@ private Q_SLOTS:
         start(player("quiet", "Stopped"));
         start(player("quieter", "Stopped"));
         start(player("other.instance42", "Stopped"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus(), requested);
+        MprisMusicPlayer music(SdBus::Bus::session(), requested);
 
         QCOMPARE(chosen(music), expected);
     }
@@ -159,7 +159,7 @@ private Q_SLOTS:
     void aRequestedPlayerThatIsNotRunningFailsWithApplicationNotRunning()
     {
         auto& playing = start(player("loud", "Playing"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus(), QStringLiteral("lou"));
+        MprisMusicPlayer music(SdBus::Bus::session(), QStringLiteral("lou"));
 
         QCOMPARE(music.pause(), ScriptOutcome(notRunning()));
         QCOMPARE(playing.calls(), QStringList());
@@ -168,7 +168,7 @@ private Q_SLOTS:
     void setShuffleSetsTheShuffleProperty()
     {
         auto& only = start(player("only"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.setShuffle(true), ScriptOutcome(ScriptNoResult{}));
         QCOMPARE(only.shuffle(), true);
@@ -182,7 +182,7 @@ private Q_SLOTS:
     void playPlaylistActivatesThePlaylistOfThatName()
     {
         auto& only = start(player("only"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(ScriptNoResult{}));
 
@@ -194,7 +194,7 @@ private Q_SLOTS:
     void playPlaylistWithADuplicateNameActivatesTheFirstInThePlayersOrder()
     {
         auto& only = start(player("only"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.playPlaylist(QStringLiteral("Mix")), ScriptOutcome(ScriptNoResult{}));
 
@@ -205,7 +205,7 @@ private Q_SLOTS:
     void missingPlaylistFailsAndActivatesNothing()
     {
         auto& only = start(player("only", "Paused"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         const auto outcome = music.playPlaylist(QStringLiteral("mix"));
 
@@ -224,7 +224,7 @@ private Q_SLOTS:
         auto options = player("plain");
         options.servesPlaylists = false;
         auto& plain = start(options);
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         const auto outcome = music.playPlaylist(QStringLiteral("Focus"));
 
@@ -243,7 +243,7 @@ private Q_SLOTS:
     void pauseCallsPause()
     {
         auto& only = start(player("only", "Playing"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
 
@@ -256,7 +256,7 @@ private Q_SLOTS:
         auto options = player("stubborn", "Playing");
         options.refusesPause = true;
         auto& stubborn = start(options);
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         const auto outcome = music.pause();
 
@@ -270,7 +270,7 @@ private Q_SLOTS:
     void playlistNamesComeInThePlayersOwnOrderWithDuplicates()
     {
         auto& only = start(player("only"));
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.playlistNames(),
                  PlaylistNames(QStringList{QStringLiteral("Focus"), QStringLiteral("Mix"),
@@ -283,7 +283,7 @@ private Q_SLOTS:
         auto options = player("only");
         options.orderings = {QStringLiteral("Alphabetical"), QStringLiteral("CreationDate")};
         auto& only = start(options);
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.playlistNames(),
                  PlaylistNames(QStringList{QStringLiteral("Evening"), QStringLiteral("Focus"),
@@ -296,7 +296,7 @@ private Q_SLOTS:
         auto options = player("only");
         options.playlists.clear();
         start(options);
-        MprisMusicPlayer music(QDBusConnection::sessionBus());
+        MprisMusicPlayer music(SdBus::Bus::session());
 
         QCOMPARE(music.playlistNames(), PlaylistNames(QStringList()));
         QCOMPARE(std::get<ScriptErrorRecord>(music.playPlaylist(QStringLiteral("Focus"))).number, -1728);

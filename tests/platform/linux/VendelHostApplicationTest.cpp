@@ -7,22 +7,24 @@
 #include "VendelSDK/Platform.h"
 #include "VendelSDK/VendelAPI.h"
 
+#include "InterfaceDescription.h"
 #include "TestHostProcess.h"
 
 #include <QCoreApplication>
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QTest>
+
+#include <cstdio>
 
 using namespace VendelSDK;
 using namespace VendelSDK::Testing;
 using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(VendelSDK::ScriptOutcome)
+Q_DECLARE_METATYPE(VendelSDK::VendelHostApplication::Reply)
 
 namespace VendelSDK {
 
@@ -50,7 +52,6 @@ char* toString(const ScriptOutcome& outcome)
 
 namespace {
 
-const QString hostName = QStringLiteral("org.vendel.Host");
 const QString bundleID = QStringLiteral("org.vendel.music");
 // A configuration that needs every kind of escaping on its way through the script text.
 const QString trickyConfig =
@@ -329,6 +330,15 @@ private Q_SLOTS:
                                      {QStringLiteral("SetGlobalConfig"), config, bundleID}}));
     }
 
+    void aTextWithANulCharacterFailsInsteadOfArrivingCut()
+    {
+        const QString config = QStringLiteral("{\"a\":1}") + QChar(0) + QStringLiteral("tail");
+        const ScriptOutcome outcome = tell(*VendelAPI::setConfigCommand(config, QStringLiteral("A-1")));
+        QVERIFY2(std::holds_alternative<ScriptErrorRecord>(outcome), qPrintable(describe(outcome)));
+        QCOMPARE(std::get<ScriptErrorRecord>(outcome).number, std::optional<qint64>(-10000));
+        QCOMPARE(TestHostProcess::calls(), QList<QStringList>());
+    }
+
     void installPluginLetsTheHostIdentifyTheCaller()
     {
         QCOMPARE(tell(VendelAPI::installPluginCommand()), ScriptOutcome(ScriptNoResult{}));
@@ -348,13 +358,17 @@ private Q_SLOTS:
     void repliesReadAsOutcomes_data()
     {
         QTest::addColumn<int>("command");
-        QTest::addColumn<QDBusMessage>("reply");
+        QTest::addColumn<VendelHostApplication::Reply>("reply");
         QTest::addColumn<ScriptOutcome>("expected");
-        const QDBusMessage call =
-            QDBusMessage::createMethodCall(hostName, QStringLiteral("/org/vendel/Host"),
-                                           QStringLiteral("org.vendel.Host1"), QStringLiteral("GetConfig"));
+        using Reply = VendelHostApplication::Reply;
+        const auto text = [](const char* value) {
+            return Reply{{}, {}, QStringLiteral("s"), QString::fromLatin1(value)};
+        };
+        const auto returned = [](const char* signature) {
+            return Reply{{}, {}, QString::fromLatin1(signature), {}};
+        };
         const auto error = [](const char* name, const char* message) {
-            return QDBusMessage::createError(QString::fromLatin1(name), QString::fromLatin1(message));
+            return Reply{QString::fromLatin1(name), QString::fromLatin1(message), {}, {}};
         };
         const ScriptOutcome notRunning = failure(-600, QStringLiteral("Application isn't running."));
         const ScriptOutcome wrongType =
@@ -362,9 +376,8 @@ private Q_SLOTS:
         const int getConfig = VendelHostApplication::getConfig;
         const int getPathOfPlugin = VendelHostApplication::getPathOfPlugin;
 
-        QTest::newRow("one text") << getConfig << call.createReply(QStringLiteral("x"))
-                                  << ScriptOutcome(QStringLiteral("x"));
-        QTest::newRow("nothing") << getConfig << call.createReply() << ScriptOutcome(ScriptNoResult{});
+        QTest::newRow("one text") << getConfig << text("x") << ScriptOutcome(QStringLiteral("x"));
+        QTest::newRow("nothing") << getConfig << returned("") << ScriptOutcome(ScriptNoResult{});
         QTest::newRow("service unknown")
             << getConfig << error("org.freedesktop.DBus.Error.ServiceUnknown", "not provided") << notRunning;
         QTest::newRow("name has no owner")
@@ -377,20 +390,55 @@ private Q_SLOTS:
         QTest::newRow("no such plugin")
             << getPathOfPlugin << error("org.vendel.Host1.Error.NoSuchPlugin", "No plugin.")
             << ScriptOutcome(ScriptNoResult{});
-        QTest::newRow("two texts") << getConfig
-                                   << call.createReply(QVariantList{QStringLiteral("a"), QStringLiteral("b")})
-                                   << wrongType;
-        QTest::newRow("a number") << getConfig << call.createReply(QVariant(42)) << wrongType;
-        QTest::newRow("a boolean") << getConfig << call.createReply(QVariant(true)) << wrongType;
+        QTest::newRow("two texts") << getConfig << returned("ss") << wrongType;
+        QTest::newRow("a number") << getConfig << returned("i") << wrongType;
+        QTest::newRow("a boolean") << getConfig << returned("b") << wrongType;
     }
 
     void repliesReadAsOutcomes()
     {
         QFETCH(int, command);
-        QFETCH(QDBusMessage, reply);
+        QFETCH(VendelHostApplication::Reply, reply);
         QFETCH(ScriptOutcome, expected);
         QCOMPARE(VendelHostApplication::outcome(static_cast<VendelHostApplication::Command>(command), reply),
                  expected);
+    }
+
+    void withoutASessionBusACommandFailsAsDisconnected()
+    {
+        // A bus address where no bus listens: the process has no session bus at all.
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                           QStringLiteral("unix:path=/nonexistent/vendel-test-bus"));
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {QStringLiteral("-child-without-bus"), getConfigSource()});
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(QString::fromUtf8(child.readAllStandardOutput()).trimmed(),
+                 describe(failure(-10000, QStringLiteral("Not connected to D-Bus server"))));
+    }
+
+    // The host serves the committed interface description; the calls made here must keep to it.
+    void eachCommandCallsAMethodOfTheHostInterfaceWithItsSignature()
+    {
+        const auto described =
+            Testing::describedMethods(QStringLiteral("org.vendel.Host1.xml"), "org.vendel.Host1");
+        QVERIFY(!described.isEmpty());
+        QStringList called;
+        for (const VendelHostApplication::Method& method : VendelHostApplication::methods()) {
+            QVERIFY2(described.contains(method.name), qPrintable(method.name));
+            QCOMPARE(described.value(method.name).in, method.signature);
+            // The reply is read as one string or nothing; the description must promise no other shape.
+            QVERIFY2(described.value(method.name).out.isEmpty() || described.value(method.name).out == u"s",
+                     qPrintable(method.name));
+            called.append(method.name);
+        }
+        // Every method the host offers is reachable from a command.
+        QStringList offered = described.keys();
+        offered.sort();
+        called.sort();
+        QCOMPARE(called, offered);
     }
 
     void vendelApiReadsAndWritesConfigurationThroughTheHost()
@@ -461,5 +509,17 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(VendelHostApplicationTest)
+int main(int argc, char* argv[])
+{
+    // The child that runs one command in a process without a session bus, and prints its outcome.
+    if (argc == 3 && qstrcmp(argv[1], "-child-without-bus") == 0) {
+        QCoreApplication app(argc, argv);
+        std::puts(qPrintable(describe(tell(QString::fromUtf8(argv[2])))));
+        return 0;
+    }
+    QCoreApplication app(argc, argv);
+    VendelHostApplicationTest test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 #include "VendelHostApplicationTest.moc"
