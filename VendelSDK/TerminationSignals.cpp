@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <unistd.h>
 
 namespace VendelSDK {
@@ -51,9 +52,14 @@ void handleSignal(int number)
 
 TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
 {
-    if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
+    // pipe() and fcntl() rather than pipe2(), which macOS lacks.
+    if (::pipe(pipeEnds) != 0) {
         pipeEnds[0] = pipeEnds[1] = -1;
         return;
+    }
+    for (const int end : pipeEnds) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, ::fcntl(end, F_GETFL) | O_NONBLOCK);
     }
     firstSignal = 0;
     m_notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
