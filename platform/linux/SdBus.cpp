@@ -93,6 +93,11 @@ template <class Raw> bool readBasic(sd_bus_message* message, char type, Raw& val
     return true;
 }
 
+// RequestName's answers, as the bus daemon numbers them.
+constexpr std::uint32_t primaryOwnerReply = 1;
+constexpr std::uint32_t inQueueReply = 2;
+constexpr std::uint32_t alreadyOwnerReply = 4;
+
 template <class T> void deleteUserdata(void* userdata)
 {
     delete static_cast<T*>(userdata);
@@ -348,11 +353,35 @@ Bus::NameRequest Bus::requestName(const QString& name) const
     if (!isConnected()) {
         return NameRequest::failed;
     }
-    const int status = sd_bus_request_name(get(), name.toUtf8().constData(), SD_BUS_NAME_QUEUE);
-    if (status > 0 || status == -EALREADY) {
-        return NameRequest::owner;
+    // Sent without waiting for the answer to the connection's greeting, the request travels with it: every
+    // launch asks for the name, so this saves a round trip to the bus daemon on each.
+    std::optional<NameRequest> answer;
+    const auto answered = [](sd_bus_message* reply, void* userdata, sd_bus_error*) {
+        std::uint32_t code = 0;
+        auto& result = *static_cast<std::optional<NameRequest>*>(userdata);
+        if (sd_bus_message_is_method_error(reply, nullptr) ||
+            sd_bus_message_read_basic(reply, 'u', &code) <= 0) {
+            result = NameRequest::failed;
+        } else if (code == primaryOwnerReply || code == alreadyOwnerReply) {
+            result = NameRequest::owner;
+        } else {
+            result = code == inQueueReply ? NameRequest::queued : NameRequest::failed;
+        }
+        return 0;
+    };
+    sd_bus_slot* pending = nullptr;
+    if (sd_bus_request_name_async(get(), &pending, name.toUtf8().constData(), SD_BUS_NAME_QUEUE, answered,
+                                  &answer) < 0) {
+        return NameRequest::failed;
     }
-    return status == 0 ? NameRequest::queued : NameRequest::failed;
+    const Slot slot(pending);
+    // The bus's own time-out for the call ends the wait with an error reply, as a blocking call would.
+    while (!answer) {
+        if (!processUntil(steady_clock::now() + hours(1))) {
+            return NameRequest::failed;
+        }
+    }
+    return *answer;
 }
 
 void Bus::releaseName(const QString& name) const
