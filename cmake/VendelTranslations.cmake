@@ -7,7 +7,14 @@ set(VENDEL_LUPDATE_OPTIONS -locations none -no-obsolete)
 function(vendel_add_translations target catalogue folder)
     set(ts_files)
     foreach(language IN LISTS VENDEL_LANGUAGES)
-        list(APPEND ts_files ${folder}/${catalogue}_${language}.ts)
+        set(ts_file ${folder}/${catalogue}_${language}.ts)
+        # A new language starts as an empty catalogue that lupdate fills; left missing, Qt would make the
+        # build write it afresh from no sources, and so empty it again after every translation.
+        if(NOT EXISTS ${ts_file})
+            file(WRITE ${ts_file} "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n"
+                                  "<TS version=\"2.1\" language=\"${language}\">\n</TS>\n")
+        endif()
+        list(APPEND ts_files ${ts_file})
     endforeach()
     qt_add_translations(${target}
         TS_FILES ${ts_files}
