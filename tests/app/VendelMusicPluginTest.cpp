@@ -142,6 +142,20 @@ private:
         return {};
     }
 
+    // The plugin's environment with the desktop's language settings `locale` ("LANG=de_DE.UTF-8", …), and
+    // nothing else that would choose a language.
+    QProcessEnvironment localeEnvironment(const QStringList& locale) const
+    {
+        QProcessEnvironment env = environment();
+        for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+            env.remove(QString::fromLatin1(name));
+        }
+        for (const QString& setting : locale) {
+            env.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
+        }
+        return env;
+    }
+
     static QList<QStringList> setConfigCalls()
     {
         QList<QStringList> writes;
@@ -489,14 +503,7 @@ private Q_SLOTS:
         QFETCH(QString, mustBeRun);
         QFETCH(QString, installationFailed);
         QFETCH(QString, hostDown);
-        // The desktop's language settings, and nothing else that would choose one.
-        QProcessEnvironment env = environment();
-        for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-            env.remove(QString::fromLatin1(name));
-        }
-        for (const QString& setting : locale) {
-            env.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
-        }
+        const QProcessEnvironment env = localeEnvironment(locale);
 
         TestHostProcess::controlled(
             QStringLiteral("AnswerText"),
@@ -524,6 +531,38 @@ private Q_SLOTS:
         const Launch withHostDown = launch({QStringLiteral("vendelplugin://run/L2")}, env);
         QCOMPARE(withHostDown.standardError, hostDown);
         QCOMPARE(withHostDown.exitCode, 1);
+    }
+
+    void playersMessagesStandingInForTheSystemsAreTranslated_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("alert");
+        QTest::newRow("German") << QStringLiteral("LANG=de_DE.UTF-8")
+                                << QStringLiteral(
+                                       "Die Wiedergabeliste „Gone“ kann nicht abgerufen werden.\n"
+                                       "Music hat einen Fehler erhalten: Die Wiedergabeliste „Gone“ "
+                                       "kann nicht abgerufen werden.\n");
+        QTest::newRow("French") << QStringLiteral("LANG=fr_FR.UTF-8")
+                                << QStringLiteral(
+                                       "Impossible d’obtenir la liste de lecture «\u00a0Gone\u00a0».\n"
+                                       "Music a rencontré une erreur\u00a0: Impossible d’obtenir la "
+                                       "liste de lecture «\u00a0Gone\u00a0».\n");
+        QTest::newRow("C") << QStringLiteral("LANG=C")
+                           << QStringLiteral("Can’t get playlist \"Gone\".\n"
+                                             "Music got an error: Can’t get playlist \"Gone\".\n");
+    }
+
+    void playersMessagesStandingInForTheSystemsAreTranslated()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, alert);
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"),
+             QStringLiteral("{\"action\":0,\"name\":\"Gone\",\"shouldShuffle\":false}")});
+        const Launch result = launch({QStringLiteral("vendelplugin://run/G1")}, localeEnvironment({locale}));
+        QCOMPARE(result.standardError, alert);
+        QCOMPARE(result.exitCode, 1);
     }
 
     void helpIsPrintedWithoutContactingTheHost()
