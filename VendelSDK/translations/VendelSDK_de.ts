@@ -117,7 +117,7 @@
     <message>
         <source>Could not save action data in Vendel.</source>
         <extracomment>Alert title</extracomment>
-        <translation>Die Daten der Aktion konnten nicht in Vendel gesichert werden.</translation>
+        <translation>Die Daten der Aktion konnten nicht in Vendel gespeichert werden.</translation>
     </message>
     <message>
         <source>OK</source>
