@@ -1,7 +1,6 @@
-// The help text here is also the source of the manual page, which the build makes from it.
+// The help text here is also the source of the manual page, which the build makes from it. The command line
+// speaks English, as that page does: it answers before the application object and its catalogues exist.
 #include "CommandLine.h"
-
-#include <QCoreApplication>
 
 namespace MusicPlugin {
 
@@ -36,14 +35,12 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         }
         if (argument.startsWith(u'-')) {
             line.request = Request::usageError;
-            //: A command-line option the plugin does not know; %1 is the option
-            line.error = QCoreApplication::translate("CommandLine", "unknown option “%1”").arg(argument);
+            line.error = QStringLiteral("unknown option “%1”").arg(argument);
             return line;
         }
         if (line.url) {
             line.request = Request::usageError;
-            //: More than one launch URL was given on the command line
-            line.error = QCoreApplication::translate("CommandLine", "one launch URL at most");
+            line.error = QStringLiteral("one launch URL at most");
             return line;
         }
         line.url = argument;

@@ -1,6 +1,8 @@
 // The player's scripts are sent exactly as written here; a playlist name is inserted without escaping.
 #include "MusicAppController.h"
 
+#include <QCoreApplication>
+
 #include "VendelSDK/Platform.h"
 #include "VendelSDK/VendelAPI.h"
 
@@ -70,9 +72,10 @@ void MusicAppController::play(const QString& playlist, bool shuffle)
     // A name that could end the string literal would compile to another script; it fails as the
     // broken script would, without running.
     if (!VendelAPI::isSafeUnescaped(playlist)) {
-        const QString message = QStringLiteral(
-            "Expected end of line but found a double quote, a backslash or a control character "
-            "in the playlist name.");
+        //: The script compiler's message for a playlist name that would end the script's text
+        const QString message = QCoreApplication::translate(
+            "MusicAppController", "Expected end of line but found a double quote, a backslash or a control "
+                                  "character in the playlist name.");
         show(ScriptErrorRecord{syntaxError, message, message});
         return;
     }

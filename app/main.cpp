@@ -10,6 +10,7 @@
 #include "VendelSDK/QtApplicationServices.h"
 #include "VendelSDK/StderrAlertPresenter.h"
 #include "VendelSDK/TerminationSignals.h"
+#include "VendelSDK/Translations.h"
 
 #include <cstdio>
 
@@ -18,6 +19,7 @@ using namespace VendelSDK;
 
 namespace {
 
+// The executable's name, which also names the application's catalogue.
 constexpr auto programName = "vendel-music-plugin";
 
 void print(std::FILE* stream, const QString& text)
@@ -73,6 +75,8 @@ int main(int argc, char* argv[])
         Platform::setAlertPresenter(std::move(presenter));
         Platform::setApplicationServices(std::make_unique<QtApplicationServices>());
     }
+    // Every text from here on is looked up in the user's language, when the plugin ships it.
+    Translations::install(QString::fromLatin1(programName));
     // A desktop session that ends, a terminal closed, or a service manager stopping the plugin sends a
     // signal; it ends the application as a termination request does, so a pending change reaches the host.
     auto* services = qobject_cast<QtApplicationServices*>(&Platform::applicationServices());

@@ -1,6 +1,8 @@
 // Talks MPD's protocol through libmpdclient and turns its failures into the players' error records.
 #include "MpdMusicPlayer.h"
 
+#include <QCoreApplication>
+
 #include <mpd/client.h>
 
 #include <algorithm>
@@ -149,7 +151,8 @@ std::optional<ScriptErrorRecord> MpdMusicPlayer::connect()
     m_connection.reset(mpd_connection_new(m_address.host.isEmpty() ? nullptr : m_address.host.constData(),
                                           m_address.port, unsigned(m_timeout.count())));
     if (!m_connection) {
-        return MusicErrors::failed(QStringLiteral("Out of memory."));
+        //: The system's message when there was no memory left to connect to the music player
+        return MusicErrors::failed(QCoreApplication::translate("MpdMusicPlayer", "Out of memory."));
     }
     const auto state = mpd_connection_get_error(m_connection.get());
     if (state == MPD_ERROR_SUCCESS) {

@@ -1,6 +1,8 @@
 // MPRIS calls over the session bus and the mapping of their D-Bus errors onto the players' error records.
 #include "MprisMusicPlayer.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace VendelSDK {
@@ -286,7 +288,10 @@ MprisMusicPlayer::Playlists MprisMusicPlayer::playlists(const QString& player) c
     }
     if (reply.message.signature() != u"a(oss)") {
         return MusicErrors::failed(
-            QStringLiteral("The player “%1” sent its playlists in an unknown form.").arg(player));
+            //: %1 is the music player's bus name
+            QCoreApplication::translate("MprisMusicPlayer",
+                                        "The player “%1” sent its playlists in an unknown form.")
+                .arg(player));
     }
     QList<Playlist> result;
     SdBus::Message& list = reply.message;

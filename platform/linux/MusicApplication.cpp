@@ -1,6 +1,8 @@
 // Maps the dictionary entries of "Music" onto the chosen player's commands.
 #include "MusicApplication.h"
 
+#include <QCoreApplication>
+
 namespace VendelSDK {
 
 namespace {
@@ -45,7 +47,9 @@ ScriptOutcome MusicApplication::perform(qsizetype entry, const QStringList& argu
         break;
     }
     // Only a caller that bypassed the dictionary gets here.
-    const QString brief = QStringLiteral("Music doesn’t understand the command.");
+    //: The system's message for a command that the application Music does not know
+    const QString brief =
+        QCoreApplication::translate("MusicApplication", "Music doesn’t understand the command.");
     return ScriptErrorRecord{MusicErrors::messageNotUnderstood, brief, brief};
 }
 

@@ -1,6 +1,8 @@
 // A tokenizer and a fixed grammar; every deviation is a syntax error worded as the scripting language does.
 #include "TellScriptEngine.h"
 
+#include <QCoreApplication>
+
 namespace VendelSDK {
 
 namespace {
@@ -201,7 +203,10 @@ ScriptOutcome TellScriptEngine::execute(const QString& source)
     const auto& statement = std::get<TellStatement>(parsed);
     const auto application = m_applications.value(statement.application);
     if (!application) {
-        const QString message = QStringLiteral("Application “%1” can’t be found.").arg(statement.application);
+        //: The system's message for a script addressed to an application it does not know; %1 is its name
+        const QString message =
+            QCoreApplication::translate("TellScriptEngine", "Application “%1” can’t be found.")
+                .arg(statement.application);
         return ScriptErrorRecord{applicationNotFound, message, message};
     }
     // Commands are checked against the dictionary before anything is performed, as a compiler would.

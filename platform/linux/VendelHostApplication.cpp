@@ -1,6 +1,8 @@
 // Maps the host's eight commands to D-Bus calls and their replies to script outcomes.
 #include "VendelHostApplication.h"
 
+#include <QCoreApplication>
+
 #include "SdBus.h"
 
 #include <array>
@@ -42,11 +44,14 @@ ScriptOutcome outcomeOfError(const VendelHostApplication::Reply& reply)
     const QString& name = reply.errorName;
     if (name == u"org.freedesktop.DBus.Error.ServiceUnknown" ||
         name == u"org.freedesktop.DBus.Error.NameHasNoOwner") {
+        //: The system's message when the host application is not running
         return failure(VendelHostApplication::applicationIsNotRunning,
-                       QStringLiteral("Application isn't running."));
+                       QCoreApplication::translate("VendelHostApplication", "Application isn't running."));
     }
     if (name == u"org.freedesktop.DBus.Error.NoReply") {
-        return failure(VendelHostApplication::timedOut, QStringLiteral("AppleEvent timed out."));
+        //: The system's message when the host application did not answer in time
+        return failure(VendelHostApplication::timedOut,
+                       QCoreApplication::translate("VendelHostApplication", "AppleEvent timed out."));
     }
     const QString& message = reply.errorMessage;
     return failure(VendelHostApplication::hostFailed, message.isEmpty() ? name : message);
@@ -117,7 +122,10 @@ ScriptOutcome VendelHostApplication::outcome(Command command, const Reply& reply
     if (reply.signature == u"s") {
         return reply.text;
     }
-    return failure(unexpectedReply, QStringLiteral("Can’t make some data into the expected type."));
+    //: The system's message when the host application answered with a value of another kind
+    return failure(
+        unexpectedReply,
+        QCoreApplication::translate("VendelHostApplication", "Can’t make some data into the expected type."));
 }
 
 } // namespace VendelSDK

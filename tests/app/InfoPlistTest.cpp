@@ -161,6 +161,17 @@ private Q_SLOTS:
         QVERIFY(minimum.first().toInt() >= 11);
     }
 
+    void everyShippedLanguageIsListedBesidesTheEnglishKeys()
+    {
+        const QVariantMap info = readPropertyList(QStringLiteral(VENDEL_INFO_PLIST));
+        QCOMPARE(info.value(QStringLiteral("CFBundleDevelopmentRegion")).toString(), QStringLiteral("en"));
+        const QStringList shipped = QStringLiteral(VENDEL_LANGUAGES).split(u' ', Qt::SkipEmptyParts);
+        QVERIFY(shipped.contains(QStringLiteral("de")));
+        QVERIFY(shipped.contains(QStringLiteral("fr")));
+        QCOMPARE(info.value(QStringLiteral("CFBundleLocalizations")).toStringList(),
+                 QStringList{QStringLiteral("en")} + shipped);
+    }
+
     void musicLibraryAccessIsExplainedToTheUser()
     {
         const QVariantMap info = readPropertyList(QStringLiteral(VENDEL_INFO_PLIST));

@@ -142,6 +142,20 @@ private:
         return {};
     }
 
+    // The plugin's environment with the desktop's language settings `locale` ("LANG=de_DE.UTF-8", …), and
+    // nothing else that would choose a language.
+    QProcessEnvironment localeEnvironment(const QStringList& locale) const
+    {
+        QProcessEnvironment env = environment();
+        for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+            env.remove(QString::fromLatin1(name));
+        }
+        for (const QString& setting : locale) {
+            env.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
+        }
+        return env;
+    }
+
     static QList<QStringList> setConfigCalls()
     {
         QList<QStringList> writes;
@@ -424,6 +438,131 @@ private Q_SLOTS:
         const Launch result = launch({QStringLiteral("vendelplugin://run")}, environment());
         QCOMPARE(result.standardError, QStringLiteral("This plugin must be run by Vendel app.\n"));
         QCOMPARE(methods(), QStringList{QStringLiteral("IsPluginInstalledAtPath")});
+    }
+
+    void alertsSpeakTheDesktopsLanguage_data()
+    {
+        QTest::addColumn<QStringList>("locale");
+        QTest::addColumn<QString>("noPlaylist");
+        QTest::addColumn<QString>("mustBeRun");
+        QTest::addColumn<QString>("installationFailed");
+        QTest::addColumn<QString>("hostDown");
+        const QString german = QStringLiteral("LANG=de_DE.UTF-8");
+        const QString french = QStringLiteral("LANG=fr_FR.UTF-8");
+        const QStringList germanTexts{
+            QStringLiteral("Die Wiedergabeliste konnte nicht gelesen werden\n"),
+            QStringLiteral("Dieses Plugin muss von Vendel gestartet werden.\n"),
+            QStringLiteral(
+                "Das Plugin kann nicht installiert werden.\nBitte stellen Sie sicher, dass die neueste "
+                "Version von Vendel installiert ist. Tritt das Problem erneut auf, öffnen Sie in Vendel "
+                "„Einstellungen“ > „Plugins“ und installieren Sie das Plugin dort.\n"),
+            QStringLiteral(
+                "Die Daten der Aktion konnten nicht aus Vendel gelesen werden.\nDas Skript konnte nicht "
+                "ausgeführt werden\nDie Konfiguration der Aktion konnte nicht gelesen werden\n")};
+        // French typography keeps guillemets and colons apart from their words with no-break spaces.
+        const QStringList frenchTexts{
+            QStringLiteral("Impossible de lire la liste de lecture\n"),
+            QStringLiteral("Ce plugin doit être lancé par l’application Vendel.\n"),
+            QStringLiteral(
+                "Impossible d’installer le plugin.\nVérifiez que la dernière version de Vendel est "
+                "installée. Si le problème se reproduit, ouvrez «\u00a0Préférences\u00a0» > "
+                "«\u00a0Plugins\u00a0» "
+                "dans Vendel et installez-y le plugin.\n"),
+            QStringLiteral(
+                "Impossible de lire les données de l’action dans Vendel.\nImpossible d’exécuter le "
+                "script\nImpossible de lire la configuration de l’action\n")};
+        // The English keys, exactly.
+        const QStringList keys{
+            QStringLiteral("Playlist could not be read\n"),
+            QStringLiteral("This plugin must be run by Vendel app.\n"),
+            QStringLiteral(
+                "Plugin cannot be installed.\nPlease make sure you have the latest version of Vendel "
+                "installed. If problem occurs again, go to Preferences -> Plugins and install the "
+                "plugin there.\n"),
+            QStringLiteral(
+                "Could not read action data in Vendel.\nCould not run script\nCould not read action "
+                "configuration\n")};
+        const auto row = [](const char* name, const QStringList& locale, const QStringList& texts) {
+            QTest::newRow(name) << locale << texts.at(0) << texts.at(1) << texts.at(2) << texts.at(3);
+        };
+        row("German", {german}, germanTexts);
+        row("French", {french}, frenchTexts);
+        row("Austrian German", {QStringLiteral("LANG=de_AT.UTF-8")}, germanTexts);
+        row("messages in French on a German desktop", {german, QStringLiteral("LC_MESSAGES=fr_FR.UTF-8")},
+            frenchTexts);
+        row("French preferred over German", {german, QStringLiteral("LANGUAGE=fr:de")}, frenchTexts);
+        row("C", {QStringLiteral("LANG=C")}, keys);
+        row("Japanese", {QStringLiteral("LANG=ja_JP.UTF-8")}, keys);
+        row("English preferred over German", {german, QStringLiteral("LANGUAGE=en:de")}, keys);
+    }
+
+    void alertsSpeakTheDesktopsLanguage()
+    {
+        QFETCH(QStringList, locale);
+        QFETCH(QString, noPlaylist);
+        QFETCH(QString, mustBeRun);
+        QFETCH(QString, installationFailed);
+        QFETCH(QString, hostDown);
+        const QProcessEnvironment env = localeEnvironment(locale);
+
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"), QStringLiteral("{\"action\":0,\"shouldShuffle\":false}")});
+        QCOMPARE(launch({QStringLiteral("vendelplugin://run/L1")}, env).standardError, noPlaylist);
+
+        TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                    {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("true")});
+        QCOMPARE(launch({}, env).standardError, mustBeRun);
+
+        TestHostProcess::controlled(QStringLiteral("AnswerText"),
+                                    {QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("false")});
+        TestHostProcess::controlled(QStringLiteral("AnswerError"),
+                                    {QStringLiteral("InstallPlugin"),
+                                     QStringLiteral("org.vendel.Host1.Error.InstallFailed"),
+                                     QStringLiteral("The plugin folder cannot be written.")});
+        const Launch installation = launch({}, env);
+        QCOMPARE(installation.standardError, installationFailed);
+        QCOMPARE(methods(),
+                 (QStringList{QStringLiteral("GetConfig"), QStringLiteral("SetConfig"),
+                              QStringLiteral("IsPluginInstalledAtPath"),
+                              QStringLiteral("IsPluginInstalledAtPath"), QStringLiteral("InstallPlugin")}));
+
+        QVERIFY(m_host.stop());
+        const Launch withHostDown = launch({QStringLiteral("vendelplugin://run/L2")}, env);
+        QCOMPARE(withHostDown.standardError, hostDown);
+        QCOMPARE(withHostDown.exitCode, 1);
+    }
+
+    void playersMessagesStandingInForTheSystemsAreTranslated_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("alert");
+        QTest::newRow("German") << QStringLiteral("LANG=de_DE.UTF-8")
+                                << QStringLiteral(
+                                       "Die Wiedergabeliste „Gone“ kann nicht abgerufen werden.\n"
+                                       "Music hat einen Fehler erhalten: Die Wiedergabeliste „Gone“ "
+                                       "kann nicht abgerufen werden.\n");
+        QTest::newRow("French") << QStringLiteral("LANG=fr_FR.UTF-8")
+                                << QStringLiteral(
+                                       "Impossible d’obtenir la liste de lecture «\u00a0Gone\u00a0».\n"
+                                       "Music a rencontré une erreur\u00a0: Impossible d’obtenir la "
+                                       "liste de lecture «\u00a0Gone\u00a0».\n");
+        QTest::newRow("C") << QStringLiteral("LANG=C")
+                           << QStringLiteral("Can’t get playlist \"Gone\".\n"
+                                             "Music got an error: Can’t get playlist \"Gone\".\n");
+    }
+
+    void playersMessagesStandingInForTheSystemsAreTranslated()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, alert);
+        TestHostProcess::controlled(
+            QStringLiteral("AnswerText"),
+            {QStringLiteral("GetConfig"),
+             QStringLiteral("{\"action\":0,\"name\":\"Gone\",\"shouldShuffle\":false}")});
+        const Launch result = launch({QStringLiteral("vendelplugin://run/G1")}, localeEnvironment({locale}));
+        QCOMPARE(result.standardError, alert);
+        QCOMPARE(result.exitCode, 1);
     }
 
     void helpIsPrintedWithoutContactingTheHost()

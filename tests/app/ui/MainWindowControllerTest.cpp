@@ -5,6 +5,7 @@
 #include "MouseDrag.h"
 #include "TestPlatform.h"
 #include "VendelSDK/QtGuiApplicationServices.h"
+#include "VendelSDK/Translations.h"
 #include "tests/VendelSDK/FakeHost.h"
 #include "tests/app/FixedMediaLibrary.h"
 #include "tests/app/UserPace.h"
@@ -240,6 +241,56 @@ private Q_SLOTS:
         // A control keeps its presses.
         mouseDrag(ui.shuffle, QPoint(2, 2), QPoint(50, 50));
         QCOMPARE(window->pos(), start + QPoint(30, 35));
+    }
+
+    void editorSpeaksTheDesktopsLanguage_data()
+    {
+        QTest::addColumn<QStringList>("uiLanguages");
+        QTest::addColumn<QStringList>("texts");
+        // Title, the two labels, the two actions, the shuffle switch, the empty playlist's placeholder, the
+        // menu and its item: each differs from the English.
+        QTest::newRow("German") << QStringList{QStringLiteral("de-DE")}
+                                << QStringList{QStringLiteral("Musikaktion"),
+                                               QStringLiteral("&Aktion:"),
+                                               QStringLiteral("&Wiedergabeliste:"),
+                                               QStringLiteral("Wiedergabeliste abspielen"),
+                                               QStringLiteral("Pausieren"),
+                                               QStringLiteral("Vor dem Abspielen &zufällig mischen"),
+                                               QStringLiteral("Keine"),
+                                               QStringLiteral("&Einstellungen"),
+                                               QStringLiteral("Ein&stellungen…")};
+        QTest::newRow("French") << QStringList{QStringLiteral("fr-FR")}
+                                << QStringList{QStringLiteral("Action musicale"),
+                                               QStringLiteral("&Action\u00a0:"),
+                                               QStringLiteral("&Liste de lecture\u00a0:"),
+                                               QStringLiteral("Lire une liste de lecture"),
+                                               QStringLiteral("Mettre en pause"),
+                                               QStringLiteral("&Mélanger avant la lecture"),
+                                               QStringLiteral("Aucune"),
+                                               QStringLiteral("&Configuration"),
+                                               QStringLiteral("&Préférences…")};
+    }
+
+    void editorSpeaksTheDesktopsLanguage()
+    {
+        QFETCH(QStringList, uiLanguages);
+        QFETCH(QStringList, texts);
+        QVERIFY(!Translations::install(QStringLiteral("vendel-music-plugin"), uiLanguages).isEmpty());
+        const auto controller = openEditor(QString());
+        Translations::install(QString(), {QStringLiteral("C")});
+        const Controls ui(*controller);
+        auto* preferences = controller->window()->findChild<QAction*>(QStringLiteral("showPreferences:"));
+        QVERIFY(preferences);
+        QMenu* menu = nullptr;
+        for (QObject* object : preferences->associatedObjects()) {
+            menu = menu != nullptr ? menu : qobject_cast<QMenu*>(object);
+        }
+        QVERIFY(menu);
+        QCOMPARE((QStringList{controller->window()->windowTitle(), ui.actionLabel->text(),
+                              ui.playlistLabel->text(), ui.action->itemText(0), ui.action->itemText(1),
+                              ui.shuffle->text(), ui.playlist->lineEdit()->placeholderText(), menu->title(),
+                              preferences->text()}),
+                 texts);
     }
 
     void preferencesActionIsInAMenuWithAShortcutAndCallsTheConfigureHandler()

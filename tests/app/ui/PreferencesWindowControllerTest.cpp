@@ -5,6 +5,7 @@
 #include "MouseDrag.h"
 #include "TestPlatform.h"
 #include "VendelSDK/QtGuiApplicationServices.h"
+#include "VendelSDK/Translations.h"
 #include "tests/app/FixedMediaLibrary.h"
 
 #include "app/EditorViewController.h"
@@ -70,6 +71,41 @@ private Q_SLOTS:
         QCOMPARE(about->version->text(), QStringLiteral("Version: 2.0 (7)"));
         QVERIFY(!about->icon->accessibleName().isEmpty());
         QCOMPARE(about->icon->window(), controller.window());
+    }
+
+    void preferencesSpeakTheDesktopsLanguage_data()
+    {
+        QTest::addColumn<QStringList>("uiLanguages");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("link");
+        QTest::addColumn<QString>("iconName");
+        // German keeps "Version" and "Website" as English has them; its title and icon name differ.
+        QTest::newRow("German") << QStringList{QStringLiteral("de-DE")} << QStringLiteral("Einstellungen")
+                                << QStringLiteral("Version: 2.0 (7)") << QStringLiteral("Website")
+                                << QStringLiteral("Programmsymbol");
+        QTest::newRow("French") << QStringList{QStringLiteral("fr-FR")} << QStringLiteral("Préférences")
+                                << QStringLiteral("Version\u00a0: 2.0 (7)") << QStringLiteral("Site web")
+                                << QStringLiteral("Icône de l’application");
+    }
+
+    void preferencesSpeakTheDesktopsLanguage()
+    {
+        QFETCH(QStringList, uiLanguages);
+        QFETCH(QString, title);
+        QFETCH(QString, version);
+        QFETCH(QString, link);
+        QFETCH(QString, iconName);
+        QVERIFY(!Translations::install(QStringLiteral("vendel-music-plugin"), uiLanguages).isEmpty());
+        PreferencesWindowController controller;
+        Translations::install(QString(), {QStringLiteral("C")});
+        const AboutViewController* about = controller.aboutViewController();
+        const auto links = controller.window()->findChildren<LinkLabel*>();
+        QCOMPARE(links.size(), 1);
+        QCOMPARE(controller.window()->windowTitle(), title);
+        QCOMPARE(about->version->text(), version);
+        QCOMPARE(links.first()->accessibleName(), link);
+        QCOMPARE(about->icon->accessibleName(), iconName);
     }
 
     void formsLinkIsLinkedAndReachableByKeyboard()

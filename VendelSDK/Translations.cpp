@@ -1,0 +1,83 @@
+// Loads the catalogues of the user's language at start: Qt's own, the SDK's and the application's.
+#include "Translations.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QPointer>
+#include <QTranslator>
+
+namespace VendelSDK {
+
+namespace {
+
+// The translators that install() made, so that a second call replaces rather than stacks them.
+QList<QPointer<QTranslator>>& installedTranslators()
+{
+    static QList<QPointer<QTranslator>> translators;
+    return translators;
+}
+
+void removeInstalled()
+{
+    for (const QPointer<QTranslator>& translator : std::as_const(installedTranslators())) {
+        if (translator) {
+            QCoreApplication::removeTranslator(translator);
+            delete translator;
+        }
+    }
+    installedTranslators().clear();
+}
+
+// Installs `catalogue` in `language` from `folder`; a missing file is no error (Qt may lack a language).
+void installCatalogue(const QString& catalogue, const QString& language, const QString& folder)
+{
+    auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
+    if (translator->load(catalogue + u'_' + language, folder) &&
+        QCoreApplication::installTranslator(translator.get())) {
+        installedTranslators().append(translator.release());
+    }
+}
+
+} // namespace
+
+QString Translations::chooseLanguage(const QStringList& uiLanguages, const QString& catalogue,
+                                     const QString& folder)
+{
+    for (const QString& uiLanguage : uiLanguages) {
+        // "de-Latn-AT" names the language first; "C" and "POSIX" are the untranslated locale.
+        const QString language = uiLanguage.section(u'-', 0, 0).toLower();
+        if (language == u"en" || language == u"c" || language == u"posix") {
+            return {};
+        }
+        QString withRegion = uiLanguage;
+        withRegion.replace(u'-', u'_');
+        for (const QString& candidate : {withRegion, language}) {
+            if (QFileInfo::exists(folder + u'/' + catalogue + u'_' + candidate + QStringLiteral(".qm"))) {
+                return candidate;
+            }
+        }
+    }
+    return {};
+}
+
+QString Translations::install(const QString& applicationCatalogue, const QStringList& uiLanguages)
+{
+    removeInstalled();
+    const QString sdk = QString::fromLatin1(sdkCatalogue);
+    const QString folder = QString::fromLatin1(resourceFolder);
+    const QString language =
+        chooseLanguage(uiLanguages, applicationCatalogue.isEmpty() ? sdk : applicationCatalogue, folder);
+    if (language.isEmpty() || QCoreApplication::instance() == nullptr) {
+        return {};
+    }
+    // Standard buttons and dialogs speak the same language as the plugin's own texts.
+    installCatalogue(QStringLiteral("qtbase"), language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    installCatalogue(sdk, language, folder);
+    if (!applicationCatalogue.isEmpty()) {
+        installCatalogue(applicationCatalogue, language, folder);
+    }
+    return language;
+}
+
+} // namespace VendelSDK
