@@ -208,15 +208,26 @@ ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
             return MusicErrors::playlistNotFound(name);
         }
         const QByteArray utf8 = name.toUtf8();
-        const bool played = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
-                            mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
-                            mpd_command_list_end(connection) && mpd_response_finish(connection);
+        // The status comes back in the same round trip: "play" answers OK even when nothing can play (an
+        // empty playlist), and only the state says whether anything does.
+        const bool sent = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
+                          mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
+                          mpd_send_status(connection) && mpd_command_list_end(connection);
+        mpd_status* status = sent ? mpd_recv_status(connection) : nullptr;
+        const bool playing = status != nullptr && mpd_status_get_state(status) == MPD_STATE_PLAY;
+        if (status != nullptr) {
+            mpd_status_free(status);
+        }
+        const bool answered = status != nullptr && mpd_response_finish(connection);
         // The playlist can vanish between the check and the load; that is still a missing playlist.
-        if (!played && isNoSuchObject(connection)) {
+        if (!answered && isNoSuchObject(connection)) {
             mpd_connection_clear_error(connection);
             return MusicErrors::playlistNotFound(name);
         }
-        return noResultOr(played, connection);
+        if (answered && !playing) {
+            return MusicErrors::notPlaying(QStringLiteral("MPD"), name);
+        }
+        return noResultOr(answered, connection);
     });
 }
 
