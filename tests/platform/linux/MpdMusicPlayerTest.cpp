@@ -332,7 +332,9 @@ private Q_SLOTS:
     {
         const QString silent = QStringLiteral("Nothing here");
         m_server.addPlaylist(silent, {});
-        MpdMusicPlayer player(addressOf(m_server));
+        // Shorter than the default, as it is waited for in full (nothing will play), yet long enough for
+        // every command on a busy machine.
+        MpdMusicPlayer player(addressOf(m_server), std::chrono::milliseconds(2000));
 
         const auto outcome = player.playPlaylist(silent);
 

@@ -19,7 +19,15 @@ namespace {
 constexpr int startTimeoutMs = 20000;
 constexpr quint32 sampleRate = 4000;
 
-// An 8-bit mono PCM WAV file of silence; MPD's decoders read it and report its duration.
+QByteArray quotedForConfig(const QString& text)
+{
+    QByteArray escaped = text.toUtf8();
+    escaped.replace('\\', "\\\\").replace('"', "\\\"");
+    return '"' + escaped + '"';
+}
+
+} // namespace
+
 QByteArray silentWave(int seconds)
 {
     const quint32 dataSize = sampleRate * static_cast<quint32>(seconds);
@@ -47,15 +55,6 @@ QByteArray silentWave(int seconds)
     wave.append(QByteArray(static_cast<qsizetype>(dataSize), '\x80'));
     return wave;
 }
-
-QByteArray quotedForConfig(const QString& text)
-{
-    QByteArray escaped = text.toUtf8();
-    escaped.replace('\\', "\\\\").replace('"', "\\\"");
-    return '"' + escaped + '"';
-}
-
-} // namespace
 
 void MpdTestServer::ConnectionDeleter::operator()(mpd_connection* connection) const
 {
@@ -254,10 +253,12 @@ MpdTestServer::Connection MpdTestServer::connect() const
 std::optional<MpdTestServer::Status> MpdTestServer::status() const
 {
     const auto connection = connect();
-    if (!connection) {
-        return std::nullopt;
-    }
-    mpd_status* status = mpd_run_status(connection.get());
+    return connection ? statusOf(connection.get()) : std::nullopt;
+}
+
+std::optional<MpdTestServer::Status> MpdTestServer::statusOf(mpd_connection* connection)
+{
+    mpd_status* status = mpd_run_status(connection);
     if (!status) {
         return std::nullopt;
     }

@@ -13,6 +13,9 @@ struct mpd_connection;
 
 namespace VendelSDK::Testing {
 
+// An 8-bit mono PCM WAV file of silence at 4 kHz; players decode it and report its duration.
+QByteArray silentWave(int seconds);
+
 class MpdTestServer
 {
 public:
@@ -65,6 +68,8 @@ public:
     // reached.
     Connection connect() const;
     std::optional<Status> status() const;
+    // The status as any server of MPD's protocol reports it on that connection.
+    static std::optional<Status> statusOf(mpd_connection* connection);
     // The queue's song paths in position order; nothing on failure.
     std::optional<QStringList> queue() const;
     // Sets the state a test starts from: empty queue, stopped, random off. False if MPD refused.

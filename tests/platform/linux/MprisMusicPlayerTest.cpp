@@ -412,8 +412,8 @@ private Q_SLOTS:
 
         QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(ScriptNoResult{}));
 
-        QCOMPARE(only.calls().last(),
-                 QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(2) + QStringLiteral("/g2"));
+        QCOMPARE(only.calls().last(), QStringLiteral("ActivatePlaylist ") +
+                                          TestMprisPlayerProcess::playlistId(2) + QStringLiteral("/g2"));
         QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
     }
 
