@@ -99,7 +99,7 @@ SdBus::Reply callUntil(const SdBus::Bus& bus, SdBus::Message& message,
     return bus.call(message, left);
 }
 
-// MPRIS's ActivatePlaylist property: whether a playlist is active, and which.
+// MPRIS's ActivePlaylist property: whether a playlist is active, and which.
 struct ActivePlaylist
 {
     bool valid = false;

@@ -39,12 +39,7 @@ MopidyTestServer::~MopidyTestServer()
 
 void MopidyTestServer::addSong(const QString& relativePath, int seconds)
 {
-    const QString path = m_directory.filePath(QStringLiteral("music/") + relativePath);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(silentWave(seconds));
-    }
+    writeSilentSong(m_directory.filePath(QStringLiteral("music/") + relativePath), seconds);
 }
 
 void MopidyTestServer::addPlaylist(const QString& name, const QStringList& songs)

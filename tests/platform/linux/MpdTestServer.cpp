@@ -26,8 +26,7 @@ QByteArray quotedForConfig(const QString& text)
     return '"' + escaped + '"';
 }
 
-} // namespace
-
+// An 8-bit mono PCM WAV file of silence; MPD's decoders read it and report its duration.
 QByteArray silentWave(int seconds)
 {
     const quint32 dataSize = sampleRate * static_cast<quint32>(seconds);
@@ -56,6 +55,15 @@ QByteArray silentWave(int seconds)
     return wave;
 }
 
+} // namespace
+
+bool writeSilentSong(const QString& path, int seconds)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(silentWave(seconds)) > 0;
+}
+
 void MpdTestServer::ConnectionDeleter::operator()(mpd_connection* connection) const
 {
     mpd_connection_free(connection);
@@ -78,11 +86,7 @@ MpdTestServer::~MpdTestServer()
 
 void MpdTestServer::addSong(const QString& relativePath, int seconds)
 {
-    const QString path = m_directory.filePath(QStringLiteral("music/") + relativePath);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(silentWave(seconds));
+    if (writeSilentSong(m_directory.filePath(QStringLiteral("music/") + relativePath), seconds)) {
         ++m_songCount;
     }
 }

@@ -13,8 +13,9 @@ struct mpd_connection;
 
 namespace VendelSDK::Testing {
 
-// An 8-bit mono PCM WAV file of silence at 4 kHz; players decode it and report its duration.
-QByteArray silentWave(int seconds);
+// Writes an 8-bit mono PCM WAV file of silence at 4 kHz, making its folder; players decode it and report its
+// duration. False when it could not be written.
+bool writeSilentSong(const QString& path, int seconds);
 
 class MpdTestServer
 {
