@@ -6,9 +6,12 @@
 #include <mpd/client.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 
 #include <csignal>
 #include <ctime>
+#include <poll.h>
 #include <pthread.h>
 
 namespace VendelSDK {
@@ -70,6 +73,53 @@ ScriptOutcome noResultOr(bool succeeded, mpd_connection* connection)
         return failureOf(connection);
     }
     return ScriptNoResult{};
+}
+
+// The state of the status that is the next response; nothing when none could be read.
+std::optional<mpd_state> receiveState(mpd_connection* connection)
+{
+    mpd_status* status = mpd_recv_status(connection);
+    if (status == nullptr) {
+        return std::nullopt;
+    }
+    const mpd_state state = mpd_status_get_state(status);
+    mpd_status_free(status);
+    return state;
+}
+
+// Waits for changes of the player until it plays or the deadline passes, and answers the state it ended
+// in; nothing when the connection failed. MPD keeps the changes made since a client's last idle, so one
+// that came before the wait began still ends it.
+std::optional<mpd_state> waitWhileNotPlaying(mpd_connection* connection,
+                                             std::chrono::steady_clock::time_point deadline)
+{
+    using namespace std::chrono;
+    for (;;) {
+        if (!mpd_send_idle_mask(connection, MPD_IDLE_PLAYER)) {
+            return std::nullopt;
+        }
+        pollfd readable{mpd_connection_get_fd(connection), POLLIN, 0};
+        int ready = 0;
+        do {
+            const auto left = duration_cast<milliseconds>(deadline - steady_clock::now()).count();
+            ready = left > 0 ? ::poll(&readable, 1, int(std::min<milliseconds::rep>(left, INT_MAX))) : 0;
+        } while (ready < 0 && errno == EINTR);
+        // Leaving idle early is answered at once, with the changes so far, possibly none.
+        if (ready <= 0 && !mpd_send_noidle(connection)) {
+            return std::nullopt;
+        }
+        mpd_recv_idle(connection, false);
+        if (!mpd_response_finish(connection) || !mpd_send_status(connection)) {
+            return std::nullopt;
+        }
+        const auto state = receiveState(connection);
+        if (!state || !mpd_response_finish(connection)) {
+            return std::nullopt;
+        }
+        if (*state == MPD_STATE_PLAY || ready <= 0) {
+            return state;
+        }
+    }
 }
 
 // libmpdclient writes with send() but without MSG_NOSIGNAL, so writing to a connection that MPD has closed
@@ -202,7 +252,7 @@ ScriptOutcome MpdMusicPlayer::setShuffle(bool enabled)
 
 ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
 {
-    return run<ScriptOutcome>([&name](mpd_connection* connection) -> ScriptOutcome {
+    return run<ScriptOutcome>([&name, timeout = m_timeout](mpd_connection* connection) -> ScriptOutcome {
         auto stored = storedPlaylists(connection);
         if (auto* error = std::get_if<ScriptErrorRecord>(&stored)) {
             return *error;
@@ -211,15 +261,33 @@ ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
             return MusicErrors::playlistNotFound(name);
         }
         const QByteArray utf8 = name.toUtf8();
-        const bool played = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
-                            mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
-                            mpd_command_list_end(connection) && mpd_response_finish(connection);
+        // The status comes back in the same round trip: "play" answers OK even when nothing can play (an
+        // empty playlist), and only the state says whether anything does.
+        const bool sent = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
+                          mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
+                          mpd_send_status(connection) && mpd_command_list_end(connection);
+        std::optional<mpd_state> state = sent ? receiveState(connection) : std::nullopt;
+        const bool answered = state && mpd_response_finish(connection);
         // The playlist can vanish between the check and the load; that is still a missing playlist.
-        if (!played && isNoSuchObject(connection)) {
+        if (!answered && isNoSuchObject(connection)) {
             mpd_connection_clear_error(connection);
             return MusicErrors::playlistNotFound(name);
         }
-        return noResultOr(played, connection);
+        if (!answered) {
+            return failureOf(connection);
+        }
+        // Servers of the protocol that start playing in the background (Mopidy) still say "stop" here.
+        if (*state != MPD_STATE_PLAY) {
+            const auto deadline = std::chrono::steady_clock::now() + timeout;
+            state = waitWhileNotPlaying(connection, deadline);
+            if (!state) {
+                return failureOf(connection);
+            }
+        }
+        if (*state != MPD_STATE_PLAY) {
+            return MusicErrors::notPlaying(QStringLiteral("MPD"), name);
+        }
+        return ScriptNoResult{};
     });
 }
 

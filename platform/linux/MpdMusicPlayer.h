@@ -45,8 +45,10 @@ public:
 
     ScriptOutcome setShuffle(bool enabled) override;
     // Checks that the stored playlist exists before the queue is touched; then clears the queue, loads the
-    // playlist and plays it in one command list. Play is sent without a position, so with random on MPD
-    // starts at a random song of the playlist.
+    // playlist, plays it and reads the status in one command list. Play is sent without a position, so with
+    // random on MPD starts at a random song of the playlist. When the server does not play afterwards, the
+    // command waits for its player to change, at most the time-out, and fails with MusicErrors::notPlaying
+    // when it still does not play (an empty playlist, songs it cannot decode).
     ScriptOutcome playPlaylist(const QString& name) override;
     ScriptOutcome pause() override;
     // MPD keeps no order of its own, so the names come sorted: case-insensitively, then by case.

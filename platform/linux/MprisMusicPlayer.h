@@ -4,6 +4,8 @@
 #include "MusicPlayer.h"
 #include "SdBus.h"
 
+#include <chrono>
+
 namespace VendelSDK {
 
 // Which player: every name on the bus that starts with "org.mpris.MediaPlayer2." (instance suffixes such as
@@ -18,13 +20,26 @@ namespace VendelSDK {
 //   every time for the same players.
 // Commands: shuffle sets the Player's Shuffle property; a playlist is looked up by its name among the
 // Playlists interface's GetPlaylists and started with ActivatePlaylist (the first of equal names); pause is
-// Player.Pause. Calls keep the bus's default time-out.
+// Player.Pause.
+// Playing is checked, not trusted: some players answer ActivatePlaylist and then do not play (one takes it
+// as play/pause while it plays, another skips to the next track of the playlist that plays). So a player
+// whose PlaybackStatus is "Playing" is stopped first, and waited for until it no longer plays; a stopped
+// player starts a playlist afresh on every player seen. After ActivatePlaylist the command waits until
+// PlaybackStatus is "Playing" with the requested playlist active (players that never report an active
+// playlist are taken at their status), as the player announces it with PropertiesChanged.
+// Every command, with all its calls and waits, ends within the time-out given at construction: a player
+// that does not answer in time fails with MusicErrors::timedOut, one that answers but does not play with
+// MusicErrors::notPlaying. A player that cannot tell its status in time is not passed over for another.
 class MprisMusicPlayer final : public MusicPlayer
 {
 public:
     static constexpr auto busNamePrefix = "org.mpris.MediaPlayer2.";
+    // How long one command may take. Players answer in milliseconds and start a local playlist in well
+    // under a second; a run's two commands still end far inside the host's 60 seconds for a run.
+    static constexpr std::chrono::milliseconds defaultTimeout{10000};
 
-    explicit MprisMusicPlayer(SdBus::Bus bus, QString requestedPlayer = {});
+    explicit MprisMusicPlayer(SdBus::Bus bus, QString requestedPlayer = {},
+                              std::chrono::milliseconds timeout = defaultTimeout);
 
     ScriptOutcome setShuffle(bool enabled) override;
     ScriptOutcome playPlaylist(const QString& name) override;
@@ -36,6 +51,8 @@ public:
     std::variant<QString, ScriptErrorRecord> choosePlayer() const;
 
 private:
+    using Deadline = std::chrono::steady_clock::time_point;
+
     struct Playlist
     {
         QString id;
@@ -43,12 +60,17 @@ private:
     };
     using Playlists = std::variant<QList<Playlist>, ScriptErrorRecord>;
 
-    Playlists playlists(const QString& player) const;
-    SdBus::Reply call(const QString& player, const char* interface, const char* method,
+    Deadline deadline() const;
+    std::variant<QString, ScriptErrorRecord> choosePlayer(Deadline deadline) const;
+    Playlists playlists(const QString& player, Deadline deadline) const;
+    // Activates the playlist and waits until it plays.
+    ScriptOutcome activate(const QString& player, const Playlist& playlist, Deadline deadline) const;
+    SdBus::Reply call(const QString& player, const char* interface, const char* method, Deadline deadline,
                       const std::function<void(SdBus::Message&)>& arguments = {}) const;
 
     SdBus::Bus m_bus;
     QString m_requestedPlayer;
+    std::chrono::milliseconds m_timeout;
 };
 
 } // namespace VendelSDK

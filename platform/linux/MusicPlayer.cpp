@@ -7,6 +7,8 @@
 #include "MpdMusicPlayer.h"
 #include "MprisMusicPlayer.h"
 
+#include <QCoreApplication>
+
 namespace VendelSDK {
 
 namespace MusicErrors {
@@ -58,6 +60,16 @@ ScriptErrorRecord playlistNotFound(const QString& name)
     //: The system's message for a playlist that the music player does not have; %1 is its name
     return musicError(objectNotFound,
                       QCoreApplication::translate("MusicPlayer", "Can’t get playlist \"%1\".").arg(name));
+}
+
+ScriptErrorRecord notPlaying(const QString& player, const QString& playlist)
+{
+    return musicError(
+        eventFailed,
+        //: A music player answered the command to play a playlist but did not start playing
+        //: it; %1 is the player, %2 the playlist.
+        QCoreApplication::translate("MusicErrors", "The player “%1” did not start playing the playlist “%2”.")
+            .arg(player, playlist));
 }
 
 ScriptErrorRecord unknownPlayerKind(const QString& kind)

@@ -41,7 +41,7 @@ inline constexpr qint64 timedOut = -1712;
 inline constexpr qint64 objectNotFound = -1728;
 // VENDEL_MUSIC names no known kind of player.
 inline constexpr qint64 unknownError = -2700;
-// The player refused or failed the command; the message is the player's own.
+// The player refused or failed the command; the message is the player's own, or says that it did not play.
 inline constexpr qint64 eventFailed = -10000;
 
 ScriptErrorRecord notRunning();
@@ -49,6 +49,8 @@ ScriptErrorRecord connectionLost();
 ScriptErrorRecord playlistsNotSupported(const QString& player);
 ScriptErrorRecord noAnswer();
 ScriptErrorRecord playlistNotFound(const QString& name);
+// The player took the playlist but did not start playing it; `player` is how the user knows the player.
+ScriptErrorRecord notPlaying(const QString& player, const QString& playlist);
 ScriptErrorRecord unknownPlayerKind(const QString& kind);
 ScriptErrorRecord failed(const QString& detail);
 

@@ -186,6 +186,12 @@ QString Message::signature() const
     return m_message ? QString::fromLatin1(sd_bus_message_get_signature(get(), 1)) : QString();
 }
 
+quint64 Message::serial() const
+{
+    std::uint64_t cookie = 0;
+    return m_message && sd_bus_message_get_cookie(get(), &cookie) >= 0 ? quint64(cookie) : 0;
+}
+
 bool Message::read(QString& text)
 {
     return readText('s', text);

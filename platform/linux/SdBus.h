@@ -63,6 +63,8 @@ public:
 
     // The signature of the whole message's arguments.
     QString signature() const;
+    // The number its sender gave it; each connection numbers the messages it sends in increasing order.
+    quint64 serial() const;
     bool read(QString& text);
     bool read(QStringList& texts);
     bool read(bool& value);

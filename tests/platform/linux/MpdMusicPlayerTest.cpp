@@ -327,6 +327,27 @@ private Q_SLOTS:
         QCOMPARE(m_server.status()->random, true);
     }
 
+    // Runs last: the playlist it adds would change the listings of the tests before it.
+    void aPlaylistThatDoesNotPlayFailsNamingMpdAndThePlaylist()
+    {
+        const QString silent = QStringLiteral("Nothing here");
+        m_server.addPlaylist(silent, {});
+        // Shorter than the default, as it is waited for in full (nothing will play), yet long enough for
+        // every command on a busy machine.
+        MpdMusicPlayer player(addressOf(m_server), std::chrono::milliseconds(2000));
+
+        const auto outcome = player.playPlaylist(silent);
+
+        const QString brief =
+            QStringLiteral("The player “MPD” did not start playing the playlist “Nothing here”.");
+        const ScriptErrorRecord expected{-10000, QStringLiteral("Music got an error: ") + brief, brief};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        QCOMPARE(m_server.status()->state, QStringLiteral("stop"));
+        // The connection is still good for the next command.
+        QCOMPARE(player.playPlaylist(focus), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_server.status()->state, QStringLiteral("play"));
+    }
+
 private:
     MpdTestServer m_server;
 };

@@ -19,6 +19,13 @@ namespace {
 constexpr int startTimeoutMs = 20000;
 constexpr quint32 sampleRate = 4000;
 
+QByteArray quotedForConfig(const QString& text)
+{
+    QByteArray escaped = text.toUtf8();
+    escaped.replace('\\', "\\\\").replace('"', "\\\"");
+    return '"' + escaped + '"';
+}
+
 // An 8-bit mono PCM WAV file of silence; MPD's decoders read it and report its duration.
 QByteArray silentWave(int seconds)
 {
@@ -48,14 +55,14 @@ QByteArray silentWave(int seconds)
     return wave;
 }
 
-QByteArray quotedForConfig(const QString& text)
-{
-    QByteArray escaped = text.toUtf8();
-    escaped.replace('\\', "\\\\").replace('"', "\\\"");
-    return '"' + escaped + '"';
-}
-
 } // namespace
+
+bool writeSilentSong(const QString& path, int seconds)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(silentWave(seconds)) > 0;
+}
 
 void MpdTestServer::ConnectionDeleter::operator()(mpd_connection* connection) const
 {
@@ -79,11 +86,7 @@ MpdTestServer::~MpdTestServer()
 
 void MpdTestServer::addSong(const QString& relativePath, int seconds)
 {
-    const QString path = m_directory.filePath(QStringLiteral("music/") + relativePath);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(silentWave(seconds));
+    if (writeSilentSong(m_directory.filePath(QStringLiteral("music/") + relativePath), seconds)) {
         ++m_songCount;
     }
 }
@@ -254,10 +257,12 @@ MpdTestServer::Connection MpdTestServer::connect() const
 std::optional<MpdTestServer::Status> MpdTestServer::status() const
 {
     const auto connection = connect();
-    if (!connection) {
-        return std::nullopt;
-    }
-    mpd_status* status = mpd_run_status(connection.get());
+    return connection ? statusOf(connection.get()) : std::nullopt;
+}
+
+std::optional<MpdTestServer::Status> MpdTestServer::statusOf(mpd_connection* connection)
+{
+    mpd_status* status = mpd_run_status(connection);
     if (!status) {
         return std::nullopt;
     }

@@ -13,6 +13,10 @@ struct mpd_connection;
 
 namespace VendelSDK::Testing {
 
+// Writes an 8-bit mono PCM WAV file of silence at 4 kHz, making its folder; players decode it and report its
+// duration. False when it could not be written.
+bool writeSilentSong(const QString& path, int seconds);
+
 class MpdTestServer
 {
 public:
@@ -65,6 +69,8 @@ public:
     // reached.
     Connection connect() const;
     std::optional<Status> status() const;
+    // The status as any server of MPD's protocol reports it on that connection.
+    static std::optional<Status> statusOf(mpd_connection* connection);
     // The queue's song paths in position order; nothing on failure.
     std::optional<QStringList> queue() const;
     // Sets the state a test starts from: empty queue, stopped, random off. False if MPD refused.

@@ -28,6 +28,25 @@ TestMprisPlayerProcess::Options player(const char* name, const char* status = "S
     return options;
 }
 
+// A bound for tests whose player is meant to fail: long enough for a player that would answer at once,
+// short enough that the test does not wait on it for long. Tests that expect playback keep the default.
+constexpr std::chrono::milliseconds failingBound{500};
+
+ScriptErrorRecord timedOut()
+{
+    return {-1712, QStringLiteral("Music got an error: AppleEvent timed out."),
+            QStringLiteral("AppleEvent timed out.")};
+}
+
+TestMprisPlayerProcess::Options quirky(const char* name, const QString& quirk, const char* status = "Stopped")
+{
+    auto options = player(name, status);
+    if (!quirk.isEmpty()) {
+        options.quirks = {quirk};
+    }
+    return options;
+}
+
 QString chosen(const MprisMusicPlayer& music)
 {
     const auto choice = music.choosePlayer();
@@ -300,6 +319,173 @@ private Q_SLOTS:
 
         QCOMPARE(music.playlistNames(), PlaylistNames(QStringList()));
         QCOMPARE(std::get<ScriptErrorRecord>(music.playPlaylist(QStringLiteral("Focus"))).number, -1728);
+    }
+
+    // While the first playlist plays, the second is asked for: it must then play, from its first track.
+    void aPlaylistAskedForWhileOnePlaysPlaysFromItsStart_data()
+    {
+        QTest::addColumn<QString>("quirk");
+        QTest::addColumn<QString>("first");
+        const std::pair<const char*, const char*> quirks[] = {
+            {"as MPRIS says", ""},
+            {"toggles while playing", "toggle-while-playing"},
+            {"skips on activate", "skip-on-activate"},
+            {"changes ids", "changing-ids"},
+            {"only the User ordering", "user-ordering-only"},
+        };
+        for (const auto& [description, quirk] : quirks) {
+            QTest::addRow("another playlist, %s", description)
+                << QString::fromLatin1(quirk) << QStringLiteral("Focus");
+            QTest::addRow("the same playlist, %s", description)
+                << QString::fromLatin1(quirk) << QStringLiteral("Evening");
+        }
+    }
+
+    void aPlaylistAskedForWhileOnePlaysPlaysFromItsStart()
+    {
+        QFETCH(QString, quirk);
+        QFETCH(QString, first);
+        auto& only = start(quirky("only", quirk));
+        MprisMusicPlayer music(SdBus::Bus::session());
+        QCOMPARE(music.playPlaylist(first), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+        QVERIFY2(only.activePlaylist().startsWith(TestMprisPlayerProcess::playlistId(2)),
+                 qPrintable(only.activePlaylist()));
+        QCOMPARE(only.track(), 0);
+    }
+
+    void aPlayingPlayerIsStoppedBeforeTheActivation()
+    {
+        auto& only = start(player("only"));
+        MprisMusicPlayer music(SdBus::Bus::session());
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Mix")), ScriptOutcome(ScriptNoResult{}));
+
+        const QStringList calls = only.calls();
+        QVERIFY(calls.size() >= 2);
+        QCOMPARE(calls.at(calls.size() - 2), QStringLiteral("Stop"));
+        QCOMPARE(calls.last(), QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(1));
+    }
+
+    void anIdlePlayerIsActivatedWithoutBeingStopped_data()
+    {
+        QTest::addColumn<QString>("status");
+        QTest::newRow("stopped") << QStringLiteral("Stopped");
+        QTest::newRow("paused") << QStringLiteral("Paused");
+    }
+
+    void anIdlePlayerIsActivatedWithoutBeingStopped()
+    {
+        QFETCH(QString, status);
+        auto options = quirky("only", QStringLiteral("toggle-while-playing"));
+        options.playbackStatus = status;
+        auto& only = start(options);
+        MprisMusicPlayer music(SdBus::Bus::session());
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(ScriptNoResult{}));
+
+        QVERIFY(!only.calls().contains(QStringLiteral("Stop")));
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+    }
+
+    void changingIdsAreTakenFromTheListingOfTheSameCommand()
+    {
+        auto& only = start(quirky("only", QStringLiteral("changing-ids")));
+        MprisMusicPlayer music(SdBus::Bus::session());
+        // Another client's listing makes the ids of an earlier one invalid.
+        QCOMPARE(music.playlistNames().index(), 0);
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.calls().last(), QStringLiteral("ActivatePlaylist ") +
+                                          TestMprisPlayerProcess::playlistId(2) + QStringLiteral("/g2"));
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+    }
+
+    void aPlayerWithOnlyTheUserOrderingListsItsPlaylistsInThatOrdering()
+    {
+        auto& only = start(quirky("only", QStringLiteral("user-ordering-only")));
+        MprisMusicPlayer music(SdBus::Bus::session());
+
+        QCOMPARE(music.playlistNames(),
+                 PlaylistNames(QStringList{QStringLiteral("Focus"), QStringLiteral("Mix"),
+                                           QStringLiteral("Evening"), QStringLiteral("Mix")}));
+        QCOMPARE(only.calls(), QStringList{QStringLiteral("GetPlaylists 0 4 User false")});
+    }
+
+    void aPlayerThatNeverPlaysFailsNamingThePlayerAndThePlaylist_data()
+    {
+        QTest::addColumn<QString>("status");
+        QTest::newRow("from stopped") << QStringLiteral("Stopped");
+        QTest::newRow("while playing") << QStringLiteral("Playing");
+    }
+
+    void aPlayerThatNeverPlaysFailsNamingThePlayerAndThePlaylist()
+    {
+        QFETCH(QString, status);
+        auto options = quirky("stuck", QStringLiteral("never-plays"));
+        options.playbackStatus = status;
+        auto& stuck = start(options);
+        MprisMusicPlayer music(SdBus::Bus::session(), {}, failingBound);
+
+        const auto outcome = music.playPlaylist(QStringLiteral("Evening"));
+
+        const QString brief =
+            QStringLiteral("The player “org.mpris.MediaPlayer2.stuck” did not start playing the playlist "
+                           "“Evening”.");
+        const ScriptErrorRecord expected{-10000, QStringLiteral("Music got an error: ") + brief, brief};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        QVERIFY(stuck.calls().contains(QStringLiteral("ActivatePlaylist ") +
+                                       TestMprisPlayerProcess::playlistId(2)));
+        QVERIFY(stuck.playbackStatus() != u"Playing");
+    }
+
+    void aPlayerThatNeverAnswersTheActivationTimesOut()
+    {
+        auto& silent = start(quirky("silent", QStringLiteral("never-answers")));
+        MprisMusicPlayer music(SdBus::Bus::session(), {}, failingBound);
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Evening")), ScriptOutcome(timedOut()));
+        QCOMPARE(silent.calls().last(),
+                 QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(2));
+    }
+
+    void aFrozenPlayerTimesOutOnEveryCommand()
+    {
+        auto& frozen = start(player("frozen", "Playing"));
+        MprisMusicPlayer music(SdBus::Bus::session(), {}, failingBound);
+        QVERIFY(frozen.freeze());
+
+        const auto shuffle = music.setShuffle(true);
+        const auto play = music.playPlaylist(QStringLiteral("Focus"));
+        const auto pause = music.pause();
+        const auto names = music.playlistNames();
+
+        QVERIFY(frozen.thaw());
+        QCOMPARE(shuffle, ScriptOutcome(timedOut()));
+        QCOMPARE(play, ScriptOutcome(timedOut()));
+        QCOMPARE(pause, ScriptOutcome(timedOut()));
+        QCOMPARE(names, PlaylistNames(timedOut()));
+    }
+
+    void aFrozenPlayerAmongOthersTimesOutRatherThanHangingTheChoice()
+    {
+        start(player("a", "Stopped"));
+        auto& frozen = start(player("b", "Playing"));
+        MprisMusicPlayer music(SdBus::Bus::session(), {}, failingBound);
+        QVERIFY(frozen.freeze());
+
+        const auto outcome = music.pause();
+
+        QVERIFY(frozen.thaw());
+        // The frozen one may be the one playing: another is not paused in its place.
+        QCOMPARE(outcome, ScriptOutcome(timedOut()));
+        QCOMPARE(m_players.at(0)->calls(), QStringList());
     }
 };
 

@@ -7,6 +7,7 @@
 //   toggle-while-playing  activating while playing pauses the same playlist and stops for another one;
 //   skip-on-activate      activating the playlist that is playing moves on to its next track;
 //   changing-ids          every GetPlaylists names the playlists with new ids, and only those are valid;
+//   user-ordering-only    offers only the ordering "User", which MPRIS does not name, and refuses any other;
 //   never-plays           activating a playlist is answered, but playback never starts;
 //   never-answers         activating a playlist is never answered.
 // Changes of PlaybackStatus and ActivePlaylist are announced with PropertiesChanged, as MPRIS asks.
@@ -244,7 +245,10 @@ public:
     {}
 
     uint playlistCount() const { return static_cast<uint>(m_state.playlists.size()); }
-    QStringList orderings() const { return m_state.orderings; }
+    QStringList orderings() const
+    {
+        return m_state.has("user-ordering-only") ? QStringList{QStringLiteral("User")} : m_state.orderings;
+    }
     MaybePlaylist activePlaylist() const { return activePlaylistOf(m_state); }
 
 public Q_SLOTS:
@@ -255,6 +259,11 @@ public Q_SLOTS:
                 .arg(index)
                 .arg(maxCount)
                 .arg(order, reverseOrder ? QStringLiteral("true") : QStringLiteral("false")));
+        if (m_state.has("user-ordering-only") && order != u"User") {
+            context().sendErrorReply(QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"),
+                                     QStringLiteral("Unknown ordering"));
+            return {};
+        }
         if (m_state.has("changing-ids")) {
             ++m_state.idGeneration;
         }
@@ -368,8 +377,8 @@ int main(int argc, char* argv[])
     state.quirks = parser.values(quirkOption);
     for (const QString& quirk : std::as_const(state.quirks)) {
         if (!QStringList{QStringLiteral("toggle-while-playing"), QStringLiteral("skip-on-activate"),
-                         QStringLiteral("changing-ids"), QStringLiteral("never-plays"),
-                         QStringLiteral("never-answers")}
+                         QStringLiteral("changing-ids"), QStringLiteral("user-ordering-only"),
+                         QStringLiteral("never-plays"), QStringLiteral("never-answers")}
                  .contains(quirk)) {
             std::fprintf(stderr, "TestMprisPlayer: no quirk \"%s\"\n", quirk.toUtf8().constData());
             return 2;

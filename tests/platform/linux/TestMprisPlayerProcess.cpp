@@ -71,12 +71,24 @@ bool TestMprisPlayerProcess::stop()
     if (m_process.state() == QProcess::NotRunning) {
         return true;
     }
+    // A frozen player would keep the termination pending.
+    thaw();
     m_process.terminate();
     if (!m_process.waitForFinished(busTimeoutMs)) {
         m_process.kill();
         m_process.waitForFinished();
     }
     return QTest::qWaitFor([this] { return !isOnBus(busName()); }, busTimeoutMs);
+}
+
+bool TestMprisPlayerProcess::freeze()
+{
+    return m_process.state() == QProcess::Running && ::kill(pid_t(m_process.processId()), SIGSTOP) == 0;
+}
+
+bool TestMprisPlayerProcess::thaw()
+{
+    return m_process.state() == QProcess::Running && ::kill(pid_t(m_process.processId()), SIGCONT) == 0;
 }
 
 QString TestMprisPlayerProcess::busName() const

@@ -21,7 +21,7 @@ public:
         bool servesPlaylists = true;
         bool refusesPause = false;
         // Ways real players depart from MPRIS (see TestMprisPlayer.cpp): "toggle-while-playing",
-        // "skip-on-activate", "changing-ids", "never-plays", "never-answers".
+        // "skip-on-activate", "changing-ids", "user-ordering-only", "never-plays", "never-answers".
         QStringList quirks;
     };
 
@@ -34,6 +34,11 @@ public:
     bool start();
     // Ends the process and waits until its name has left the bus; false if it did not leave in time.
     bool stop();
+
+    // Stops the process (SIGSTOP) and lets it go on (SIGCONT): a frozen player keeps its name on the bus
+    // but answers nothing.
+    bool freeze();
+    bool thaw();
 
     QString busName() const;
     QString playbackStatus() const;
