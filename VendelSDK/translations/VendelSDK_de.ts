@@ -80,6 +80,11 @@
         <extracomment>The music player reported a failure without saying why</extracomment>
         <translation>Beim Player ist ein Fehler aufgetreten.</translation>
     </message>
+    <message>
+        <source>The player “%1” did not start playing the playlist “%2”.</source>
+        <extracomment>A music player answered the command to play a playlist but did not start playing it; %1 is the player, %2 the playlist.</extracomment>
+        <translation>Der Player „%1“ hat die Wiedergabe der Wiedergabeliste „%2“ nicht gestartet.</translation>
+    </message>
 </context>
 <context>
     <name>TellScriptEngine</name>

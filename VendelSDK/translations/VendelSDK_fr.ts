@@ -80,6 +80,11 @@
         <extracomment>The music player reported a failure without saying why</extracomment>
         <translation>Le lecteur a rencontré une erreur.</translation>
     </message>
+    <message>
+        <source>The player “%1” did not start playing the playlist “%2”.</source>
+        <extracomment>A music player answered the command to play a playlist but did not start playing it; %1 is the player, %2 the playlist.</extracomment>
+        <translation>Le lecteur «&#xa0;%1&#xa0;» n’a pas lancé la lecture de la liste «&#xa0;%2&#xa0;».</translation>
+    </message>
 </context>
 <context>
     <name>TellScriptEngine</name>

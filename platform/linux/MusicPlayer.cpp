@@ -68,7 +68,7 @@ ScriptErrorRecord notPlaying(const QString& player, const QString& playlist)
         eventFailed,
         //: A music player answered the command to play a playlist but did not start playing
         //: it; %1 is the player, %2 the playlist.
-        QCoreApplication::translate("MusicErrors", "The player “%1” did not start playing the playlist “%2”.")
+        QCoreApplication::translate("MusicPlayer", "The player “%1” did not start playing the playlist “%2”.")
             .arg(player, playlist));
 }
 
