@@ -4,8 +4,11 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QPointer>
 #include <QTranslator>
+
+#include <string_view>
 
 namespace VendelSDK {
 
@@ -59,6 +62,33 @@ QString Translations::chooseLanguage(const QStringList& uiLanguages, const QStri
         }
     }
     return {};
+}
+
+QStringList Translations::userLanguages()
+{
+    // Qt answers from its system locale, and building that reads pages of locale tables in every run; the
+    // common untranslated case is read from the environment as Qt reads it, without them.
+    if (qEnvironmentVariableIsEmpty("LANGUAGE")) {
+        QByteArray messages = qgetenv("LC_ALL");
+        for (const char* variable : {"LC_MESSAGES", "LANG"}) {
+            if (messages.isEmpty()) {
+                messages = qgetenv(variable);
+            }
+        }
+        // "en_US.UTF-8@euro" names the language first; a locale that names none is the C locale.
+        const std::string_view name(messages.constData(), std::size_t(messages.size()));
+        const std::string_view named = name.substr(0, name.find_first_of("_.@-"));
+        const std::string_view language = named.empty() ? std::string_view("C") : named;
+        if (language == "C" || language == "POSIX" || language == "en") {
+            return {QString::fromLatin1(language.data(), qsizetype(language.size()))};
+        }
+    }
+    return QLocale::system().uiLanguages();
+}
+
+QString Translations::install(const QString& applicationCatalogue)
+{
+    return install(applicationCatalogue, userLanguages());
 }
 
 QString Translations::install(const QString& applicationCatalogue, const QStringList& uiLanguages)

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QTest>
 #include <QXmlStreamReader>
 
@@ -82,6 +83,45 @@ QStringList shippedCatalogues()
     return paths;
 }
 
+// Sets LANGUAGE, LC_ALL, LC_MESSAGES and LANG (an empty value unsets) and puts them back afterwards.
+class EnvironmentGuard
+{
+public:
+    explicit EnvironmentGuard(const QByteArrayList& values)
+    {
+        for (qsizetype i = 0; i < values.size() && i < qsizetype(std::size(names)); ++i) {
+            m_saved.append({names[i], qEnvironmentVariableIsSet(names[i]), qgetenv(names[i])});
+            set(names[i], values.at(i));
+        }
+    }
+    ~EnvironmentGuard()
+    {
+        for (const Saved& saved : std::as_const(m_saved)) {
+            set(saved.name, saved.wasSet ? saved.value : QByteArray());
+        }
+    }
+    EnvironmentGuard(const EnvironmentGuard&) = delete;
+    EnvironmentGuard& operator=(const EnvironmentGuard&) = delete;
+
+private:
+    static constexpr const char* names[] = {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
+    struct Saved
+    {
+        const char* name;
+        bool wasSet;
+        QByteArray value;
+    };
+    static void set(const char* name, const QByteArray& value)
+    {
+        if (value.isEmpty()) {
+            qunsetenv(name);
+        } else {
+            qputenv(name, value);
+        }
+    }
+    QList<Saved> m_saved;
+};
+
 } // namespace
 
 class TranslationsTest : public QObject
@@ -116,6 +156,46 @@ private Q_SLOTS:
         QFETCH(QString, language);
         QCOMPARE(Translations::chooseLanguage(uiLanguages, QString::fromLatin1(Translations::sdkCatalogue)),
                  language);
+    }
+
+    void untranslatedEnvironmentIsReadWithoutQtsSystemLocale_data()
+    {
+        QTest::addColumn<QByteArrayList>("environment"); // LANGUAGE, LC_ALL, LC_MESSAGES, LANG
+        QTest::addColumn<QStringList>("languages");
+        QTest::newRow("C.UTF-8 in LC_ALL") << QByteArrayList{"", "C.UTF-8", "de_DE.UTF-8", "de_DE.UTF-8"}
+                                           << QStringList{QStringLiteral("C")};
+        QTest::newRow("POSIX messages")
+            << QByteArrayList{"", "", "POSIX", "fr_FR.UTF-8"} << QStringList{QStringLiteral("POSIX")};
+        QTest::newRow("American English")
+            << QByteArrayList{"", "", "", "en_US.UTF-8"} << QStringList{QStringLiteral("en")};
+        QTest::newRow("English with a modifier")
+            << QByteArrayList{"", "", "", "en@shaw"} << QStringList{QStringLiteral("en")};
+        QTest::newRow("nothing set") << QByteArrayList{"", "", "", ""} << QStringList{QStringLiteral("C")};
+    }
+
+    void untranslatedEnvironmentIsReadWithoutQtsSystemLocale()
+    {
+        QFETCH(QByteArrayList, environment);
+        QFETCH(QStringList, languages);
+        const EnvironmentGuard guard(environment);
+        QCOMPARE(Translations::userLanguages(), languages);
+    }
+
+    void languageListOrTranslatedLocaleIsLeftToQt_data()
+    {
+        QTest::addColumn<QByteArrayList>("environment"); // LANGUAGE, LC_ALL, LC_MESSAGES, LANG
+        QTest::newRow("LANGUAGE list") << QByteArrayList{"fr:de", "", "", "C.UTF-8"};
+        QTest::newRow("German messages") << QByteArrayList{"", "", "de_DE.UTF-8", "en_US.UTF-8"};
+        QTest::newRow("English-like name") << QByteArrayList{"", "", "", "eng_XX"};
+    }
+
+    void languageListOrTranslatedLocaleIsLeftToQt()
+    {
+        QFETCH(QByteArrayList, environment);
+        const EnvironmentGuard guard(environment);
+        const QStringList languages = Translations::userLanguages();
+        QCOMPARE(languages, QLocale::system().uiLanguages());
+        QVERIFY(languages != QStringList{QStringLiteral("C")});
     }
 
     void germanDesktopGetsTheSdksGermanTexts()
