@@ -198,9 +198,16 @@ public:
 
     const QString& status() const { return m_status; }
     bool isPlaying() const { return m_status == u"Playing"; }
-    bool isActive(const QString& id, const QString& name) const
+    bool isPaused() const { return m_status == u"Paused"; }
+    const ActivePlaylist& active() const { return m_active; }
+    // Whether the requested playlist is the active one, as far as the player tells. One that reports none
+    // (Mopidy), or still reports the one it reported before the activation (Strawberry keeps the playlist
+    // that was current at start there, whichever plays), is taken at its status: it had been stopped, so
+    // playing can only come from the activation.
+    bool isActive(const QString& id, const QString& name, const ActivePlaylist& before) const
     {
-        return !m_active.valid || m_active.id == id || m_active.name == name;
+        const bool unchanged = m_active.id == before.id && m_active.name == before.name;
+        return !m_active.valid || m_active.id == id || m_active.name == name || (before.valid && unchanged);
     }
 
 private:
@@ -421,16 +428,19 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     if (auto error = watch.read(deadline)) {
         return failureOf(*error);
     }
-    if (watch.isPlaying()) {
+    // From Stopped an activation can only mean "start": a player that plays or is paused may take it as
+    // play/pause, or as a skip to the next track, instead.
+    if (watch.isPlaying() || watch.isPaused()) {
         if (auto stopped = call(player, playerInterface, "Stop", deadline); stopped.error) {
             return failureOf(*stopped.error);
         }
         if (auto error = watch.read(deadline)) {
             return failureOf(*error);
         }
-        // A player that goes on playing finds no time left for the activation, which then times out.
-        watch.waitUntil([&watch] { return !watch.isPlaying(); }, deadline);
+        // A player that does not stop finds no time left for the activation, which then times out.
+        watch.waitUntil([&watch] { return !watch.isPlaying() && !watch.isPaused(); }, deadline);
     }
+    const ActivePlaylist before = watch.active();
     auto activated = call(player, playlistsInterface, "ActivatePlaylist", deadline,
                           [&playlist](SdBus::Message& message) { message.appendObjectPath(playlist.id); });
     if (activated.error) {
@@ -439,8 +449,9 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     if (auto error = watch.read(deadline)) {
         return failureOf(*error);
     }
-    if (!watch.waitUntil([&] { return watch.isPlaying() && watch.isActive(playlist.id, playlist.name); },
-                         deadline)) {
+    if (!watch.waitUntil(
+            [&] { return watch.isPlaying() && watch.isActive(playlist.id, playlist.name, before); },
+            deadline)) {
         return MusicErrors::notPlaying(player, playlist.name);
     }
     return ScriptNoResult{};

@@ -332,6 +332,7 @@ private Q_SLOTS:
             {"skips on activate", "skip-on-activate"},
             {"changes ids", "changing-ids"},
             {"only the User ordering", "user-ordering-only"},
+            {"keeps a stale ActivePlaylist", "stale-active-playlist"},
         };
         for (const auto& [description, quirk] : quirks) {
             QTest::addRow("another playlist, %s", description)
@@ -358,11 +359,23 @@ private Q_SLOTS:
         QCOMPARE(only.track(), 0);
     }
 
-    void aPlayingPlayerIsStoppedBeforeTheActivation()
+    void aPlayingOrPausedPlayerIsStoppedBeforeTheActivation_data()
     {
+        QTest::addColumn<bool>("paused");
+        QTest::newRow("playing") << false;
+        QTest::newRow("paused") << true;
+    }
+
+    void aPlayingOrPausedPlayerIsStoppedBeforeTheActivation()
+    {
+        QFETCH(bool, paused);
         auto& only = start(player("only"));
         MprisMusicPlayer music(SdBus::Bus::session());
         QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(ScriptNoResult{}));
+        if (paused) {
+            QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
+            QCOMPARE(only.playbackStatus(), QStringLiteral("Paused"));
+        }
 
         QCOMPARE(music.playPlaylist(QStringLiteral("Mix")), ScriptOutcome(ScriptNoResult{}));
 
@@ -372,18 +385,34 @@ private Q_SLOTS:
         QCOMPARE(calls.last(), QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(1));
     }
 
-    void anIdlePlayerIsActivatedWithoutBeingStopped_data()
+    void aPausedPlaylistAskedForAgainPlaysFromItsStart_data()
     {
-        QTest::addColumn<QString>("status");
-        QTest::newRow("stopped") << QStringLiteral("Stopped");
-        QTest::newRow("paused") << QStringLiteral("Paused");
+        QTest::addColumn<QString>("quirk");
+        QTest::newRow("as MPRIS says") << QString();
+        QTest::newRow("skips on activate") << QStringLiteral("skip-on-activate");
+        QTest::newRow("toggles while playing") << QStringLiteral("toggle-while-playing");
+        QTest::newRow("keeps a stale ActivePlaylist") << QStringLiteral("stale-active-playlist");
     }
 
-    void anIdlePlayerIsActivatedWithoutBeingStopped()
+    void aPausedPlaylistAskedForAgainPlaysFromItsStart()
     {
-        QFETCH(QString, status);
+        QFETCH(QString, quirk);
+        auto& only = start(quirky("only", quirk));
+        MprisMusicPlayer music(SdBus::Bus::session());
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(music.pause(), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(only.playbackStatus(), QStringLiteral("Playing"));
+        QCOMPARE(only.activePlaylist(), TestMprisPlayerProcess::playlistId(0));
+        QCOMPARE(only.track(), 0);
+    }
+
+    void aStoppedPlayerIsActivatedWithoutBeingStopped()
+    {
         auto options = quirky("only", QStringLiteral("toggle-while-playing"));
-        options.playbackStatus = status;
+        options.playbackStatus = QStringLiteral("Stopped");
         auto& only = start(options);
         MprisMusicPlayer music(SdBus::Bus::session());
 

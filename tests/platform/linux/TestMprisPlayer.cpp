@@ -5,14 +5,16 @@
 // --no-playlists (serves no Playlists interface), --refuse-pause (answers Pause with an error),
 // --quirk <quirk> (repeatable): the ways real players were seen to depart from MPRIS:
 //   toggle-while-playing  activating while playing pauses the same playlist and stops for another one;
-//   skip-on-activate      activating the playlist that is playing moves on to its next track;
+//   skip-on-activate      activating the playlist that plays or is paused moves on to its next track;
+//   stale-active-playlist ActivePlaylist always names the last playlist, whichever plays, and never changes;
 //   changing-ids          every GetPlaylists names the playlists with new ids, and only those are valid;
 //   user-ordering-only    offers only the ordering "User", which MPRIS does not name, and refuses any other;
 //   never-plays           activating a playlist is answered, but playback never starts;
 //   never-answers         activating a playlist is never answered.
 // Changes of PlaybackStatus and ActivePlaylist are announced with PropertiesChanged, as MPRIS asks.
-// Besides MPRIS it serves org.vendel.TestPlayer with the properties Calls, the log that tests read, and
-// Track, the number of the track that plays in the active playlist.
+// Besides MPRIS it serves org.vendel.TestPlayer with the properties Calls, the log that tests read, Track,
+// the number of the track that plays in the active playlist, and Active, the id of the playlist that really
+// is active ("" for none), whatever ActivePlaylist says.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusAbstractAdaptor>
@@ -126,8 +128,13 @@ class PlayerObject : public QObject, public QDBusContext
     Q_OBJECT
 };
 
+// What ActivePlaylist reports.
 MaybePlaylist activePlaylistOf(const PlayerState& state)
 {
+    if (state.has("stale-active-playlist") && !state.playlists.isEmpty()) {
+        const qsizetype last = state.playlists.size() - 1;
+        return MaybePlaylist{true, {state.idOf(last), state.playlists.at(last).name, {}}};
+    }
     if (state.activePlaylist < 0) {
         return MaybePlaylist{false, {QDBusObjectPath(QStringLiteral("/")), QString(), QString()}};
     }
@@ -152,6 +159,9 @@ void change(PlayerState& state, const QString& status, qsizetype active)
     }
     if (active != state.activePlaylist) {
         state.activePlaylist = active;
+        if (state.has("stale-active-playlist")) {
+            return;
+        }
         announce(QStringLiteral("org.mpris.MediaPlayer2.Playlists"), QStringLiteral("ActivePlaylist"),
                  QVariant::fromValue(activePlaylistOf(state)));
     }
@@ -298,6 +308,7 @@ public Q_SLOTS:
             return;
         }
         const bool playing = m_state.playbackStatus == u"Playing";
+        const bool paused = m_state.playbackStatus == u"Paused";
         if (m_state.has("never-plays")) {
             change(m_state, m_state.playbackStatus, index);
         } else if (playing && m_state.has("toggle-while-playing")) {
@@ -307,8 +318,10 @@ public Q_SLOTS:
             } else {
                 change(m_state, QStringLiteral("Stopped"), -1);
             }
-        } else if (playing && index == m_state.activePlaylist && m_state.has("skip-on-activate")) {
+        } else if ((playing || paused) && index == m_state.activePlaylist &&
+                   m_state.has("skip-on-activate")) {
             ++m_state.track;
+            change(m_state, QStringLiteral("Playing"), index);
         } else {
             m_state.track = 0;
             change(m_state, QStringLiteral("Playing"), index);
@@ -327,12 +340,17 @@ class LogAdaptor : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "org.vendel.TestPlayer")
     Q_PROPERTY(QStringList Calls READ calls)
     Q_PROPERTY(int Track READ track)
+    Q_PROPERTY(QString Active READ active)
 
 public:
     LogAdaptor(QObject* parent, PlayerState& state) : QDBusAbstractAdaptor(parent), m_state(state) {}
 
     QStringList calls() const { return m_state.calls; }
     int track() const { return m_state.track; }
+    QString active() const
+    {
+        return m_state.activePlaylist < 0 ? QString() : m_state.idOf(m_state.activePlaylist).path();
+    }
 
 private:
     PlayerState& m_state;
@@ -378,7 +396,8 @@ int main(int argc, char* argv[])
     for (const QString& quirk : std::as_const(state.quirks)) {
         if (!QStringList{QStringLiteral("toggle-while-playing"), QStringLiteral("skip-on-activate"),
                          QStringLiteral("changing-ids"), QStringLiteral("user-ordering-only"),
-                         QStringLiteral("never-plays"), QStringLiteral("never-answers")}
+                         QStringLiteral("stale-active-playlist"), QStringLiteral("never-plays"),
+                         QStringLiteral("never-answers")}
                  .contains(quirk)) {
             std::fprintf(stderr, "TestMprisPlayer: no quirk \"%s\"\n", quirk.toUtf8().constData());
             return 2;

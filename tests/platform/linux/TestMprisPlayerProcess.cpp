@@ -1,7 +1,6 @@
 // Starts and stops the test player's process and reads its properties over the session bus.
 #include "TestMprisPlayerProcess.h"
 
-#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -132,20 +131,7 @@ int TestMprisPlayerProcess::track() const
 
 QString TestMprisPlayerProcess::activePlaylist() const
 {
-    const QVariant value =
-        property(QStringLiteral("org.mpris.MediaPlayer2.Playlists"), QStringLiteral("ActivePlaylist"));
-    const auto argument = value.value<QDBusArgument>();
-    bool valid = false;
-    QDBusObjectPath id;
-    QString name;
-    QString icon;
-    argument.beginStructure();
-    argument >> valid;
-    argument.beginStructure();
-    argument >> id >> name >> icon;
-    argument.endStructure();
-    argument.endStructure();
-    return valid ? id.path() : QString();
+    return property(QStringLiteral("org.vendel.TestPlayer"), QStringLiteral("Active")).toString();
 }
 
 QString TestMprisPlayerProcess::playlistId(int index)

@@ -48,7 +48,8 @@ public:
     QStringList calls() const;
     // The number of the track that plays in the active playlist: 0 for its first.
     int track() const;
-    // The object path of the active playlist, or the empty text when none is active.
+    // The object path of the playlist that really is active, or the empty text when none is, whatever the
+    // player reports in ActivePlaylist.
     QString activePlaylist() const;
     // The object path of the playlist at `index` of Options::playlists.
     static QString playlistId(int index);
