@@ -10,9 +10,6 @@
 
 #include <mpd/client.h>
 
-#include <csignal>
-#include <sys/prctl.h>
-
 namespace VendelSDK::Testing {
 
 namespace {
@@ -21,34 +18,22 @@ constexpr int startTimeoutMs = 30000;
 
 } // namespace
 
-MopidyTestServer::MopidyTestServer() : m_directory(QDir::tempPath() + QStringLiteral("/vendel-mopidy-XXXXXX"))
-{
-    for (const char* folder : {"music", "playlists", "data", "cache"}) {
-        QDir(m_directory.path()).mkpath(QString::fromLatin1(folder));
-    }
-    m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.setStandardOutputFile(m_directory.filePath(QStringLiteral("output")));
-    // A test that is killed leaves no Mopidy behind.
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-}
+MopidyTestServer::MopidyTestServer() : m_server("mopidy", {"music", "playlists", "data", "cache"}) {}
 
-MopidyTestServer::~MopidyTestServer()
-{
-    stop();
-}
+MopidyTestServer::~MopidyTestServer() = default;
 
 void MopidyTestServer::addSong(const QString& relativePath, int seconds)
 {
-    writeSilentSong(m_directory.filePath(QStringLiteral("music/") + relativePath), seconds);
+    writeSilentSong(m_server.filePath(QStringLiteral("music/") + relativePath), seconds);
 }
 
 void MopidyTestServer::addPlaylist(const QString& name, const QStringList& songs)
 {
-    QFile file(m_directory.filePath(QStringLiteral("playlists/") + name + QStringLiteral(".m3u8")));
+    QFile file(m_server.filePath(QStringLiteral("playlists/") + name + QStringLiteral(".m3u8")));
     if (file.open(QIODevice::WriteOnly)) {
         file.write("#EXTM3U\n");
         for (const QString& song : songs) {
-            file.write(m_directory.filePath(QStringLiteral("music/") + song).toUtf8() + '\n');
+            file.write(m_server.filePath(QStringLiteral("music/") + song).toUtf8() + '\n');
         }
     }
 }
@@ -85,20 +70,19 @@ enabled = false
 [stream]
 enabled = false
 )")
-                               .arg(m_directory.path(), socketPath());
-    QFile file(m_directory.filePath(QStringLiteral("mopidy.conf")));
+                               .arg(m_server.folder(), socketPath());
+    QFile file(m_server.filePath(QStringLiteral("mopidy.conf")));
     return file.open(QIODevice::WriteOnly) && file.write(config.toUtf8()) > 0;
 }
 
 QString MopidyTestServer::socketPath() const
 {
-    return m_directory.filePath(QStringLiteral("mpd.socket"));
+    return m_server.filePath(QStringLiteral("mpd.socket"));
 }
 
 QString MopidyTestServer::logTail() const
 {
-    QFile output(m_directory.filePath(QStringLiteral("output")));
-    return output.open(QIODevice::ReadOnly) ? QString::fromUtf8(output.readAll().right(2000)) : QString();
+    return m_server.tail();
 }
 
 bool MopidyTestServer::fail(const QString& reason)
@@ -110,10 +94,6 @@ bool MopidyTestServer::fail(const QString& reason)
 
 bool MopidyTestServer::start()
 {
-    if (!m_directory.isValid()) {
-        m_error = QStringLiteral("No temporary folder: ") + m_directory.errorString();
-        return false;
-    }
     const QString mopidy = QStandardPaths::findExecutable(QStringLiteral("mopidy"));
     if (mopidy.isEmpty()) {
         m_error = QStringLiteral("mopidy is not installed (scripts/setup installs it)");
@@ -123,19 +103,19 @@ bool MopidyTestServer::start()
         m_error = QStringLiteral("Cannot write the configuration");
         return false;
     }
-    m_process.start(mopidy,
-                    {QStringLiteral("--config"), m_directory.filePath(QStringLiteral("mopidy.conf"))});
-    if (!m_process.waitForStarted()) {
-        return fail(QStringLiteral("mopidy did not start: ") + m_process.errorString());
+    if (!m_server.start(mopidy,
+                        {QStringLiteral("--config"), m_server.filePath(QStringLiteral("mopidy.conf"))},
+                        m_error)) {
+        return fail(m_error);
     }
     const auto* bus = QDBusConnection::sessionBus().interface();
     const bool answered = QTest::qWaitFor(
         [&] {
-            return m_process.state() == QProcess::NotRunning ||
+            return !m_server.isRunning() ||
                    (bus && bus->isServiceRegistered(QString::fromLatin1(busName)).value() && connect());
         },
         startTimeoutMs);
-    if (!answered || m_process.state() != QProcess::Running) {
+    if (!answered || !m_server.isRunning()) {
         return fail(QStringLiteral("mopidy did not answer on the bus and its socket"));
     }
     return true;
@@ -143,14 +123,7 @@ bool MopidyTestServer::start()
 
 void MopidyTestServer::stop()
 {
-    if (m_process.state() == QProcess::NotRunning) {
-        return;
-    }
-    m_process.terminate();
-    if (!m_process.waitForFinished(10000)) {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
+    m_server.stop();
 }
 
 MpdTestServer::Connection MopidyTestServer::connect() const
@@ -178,7 +151,7 @@ QString MopidyTestServer::currentSong() const
     QString uri = QString::fromUtf8(mpd_song_get_uri(song));
     mpd_song_free(song);
     // Mopidy names songs by file URI.
-    const QString music = QStringLiteral("file://") + m_directory.filePath(QStringLiteral("music/"));
+    const QString music = QStringLiteral("file://") + m_server.filePath(QStringLiteral("music/"));
     return uri.startsWith(music) ? uri.mid(music.size()) : uri;
 }
 

@@ -3,10 +3,8 @@
 
 #include "MpdTestServer.h"
 
-#include <QProcess>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <optional>
 
@@ -48,8 +46,7 @@ private:
     bool fail(const QString& reason);
     bool writeConfig() const;
 
-    QTemporaryDir m_directory;
-    QProcess m_process;
+    ServerProcess m_server;
     QString m_error;
 };
 

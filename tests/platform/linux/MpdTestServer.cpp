@@ -10,7 +10,6 @@
 #include <mpd/client.h>
 
 #include <csignal>
-#include <sys/prctl.h>
 
 namespace VendelSDK::Testing {
 
@@ -69,31 +68,20 @@ void MpdTestServer::ConnectionDeleter::operator()(mpd_connection* connection) co
     mpd_connection_free(connection);
 }
 
-MpdTestServer::MpdTestServer() : m_directory(QDir::tempPath() + QStringLiteral("/vendel-mpd-XXXXXX"))
-{
-    QDir(m_directory.path()).mkpath(QStringLiteral("music"));
-    QDir(m_directory.path()).mkpath(QStringLiteral("playlists"));
-    m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.setStandardOutputFile(m_directory.filePath(QStringLiteral("output")));
-    // A test that is killed leaves no MPD behind.
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-}
+MpdTestServer::MpdTestServer() : m_server("mpd", {"music", "playlists"}) {}
 
-MpdTestServer::~MpdTestServer()
-{
-    stop();
-}
+MpdTestServer::~MpdTestServer() = default;
 
 void MpdTestServer::addSong(const QString& relativePath, int seconds)
 {
-    if (writeSilentSong(m_directory.filePath(QStringLiteral("music/") + relativePath), seconds)) {
+    if (writeSilentSong(m_server.filePath(QStringLiteral("music/") + relativePath), seconds)) {
         ++m_songCount;
     }
 }
 
 void MpdTestServer::addPlaylist(const QString& name, const QStringList& songs)
 {
-    QFile file(m_directory.filePath(QStringLiteral("playlists/") + name + QStringLiteral(".m3u")));
+    QFile file(m_server.filePath(QStringLiteral("playlists/") + name + QStringLiteral(".m3u")));
     if (file.open(QIODevice::WriteOnly)) {
         for (const QString& song : songs) {
             file.write(song.toUtf8() + '\n');
@@ -109,22 +97,22 @@ void MpdTestServer::setDefaultPermissions(const QString& permissions, const QStr
 
 QString MpdTestServer::socketPath() const
 {
-    return m_directory.filePath(QStringLiteral("socket"));
+    return m_server.filePath(QStringLiteral("socket"));
 }
 
 bool MpdTestServer::writeConfig()
 {
-    QFile config(m_directory.filePath(QStringLiteral("mpd.conf")));
+    QFile config(m_server.filePath(QStringLiteral("mpd.conf")));
     if (!config.open(QIODevice::WriteOnly)) {
         return false;
     }
     const auto setting = [&config](const char* name, const QString& value) {
         config.write(QByteArray(name) + ' ' + quotedForConfig(value) + '\n');
     };
-    setting("music_directory", m_directory.filePath(QStringLiteral("music")));
-    setting("playlist_directory", m_directory.filePath(QStringLiteral("playlists")));
-    setting("db_file", m_directory.filePath(QStringLiteral("database")));
-    setting("log_file", m_directory.filePath(QStringLiteral("log")));
+    setting("music_directory", m_server.filePath(QStringLiteral("music")));
+    setting("playlist_directory", m_server.filePath(QStringLiteral("playlists")));
+    setting("db_file", m_server.filePath(QStringLiteral("database")));
+    setting("log_file", m_server.filePath(QStringLiteral("log")));
     setting("bind_to_address", socketPath());
     setting("auto_update", QStringLiteral("no"));
     setting("zeroconf_enabled", QStringLiteral("no"));
@@ -138,14 +126,7 @@ bool MpdTestServer::writeConfig()
 
 QString MpdTestServer::logTail() const
 {
-    QString tail;
-    for (const char* name : {"output", "log"}) {
-        QFile file(m_directory.filePath(QString::fromLatin1(name)));
-        if (file.open(QIODevice::ReadOnly)) {
-            tail += QString::fromUtf8(file.readAll().right(2000));
-        }
-    }
-    return tail;
+    return m_server.tail({"log"});
 }
 
 bool MpdTestServer::fail(const QString& reason)
@@ -157,10 +138,6 @@ bool MpdTestServer::fail(const QString& reason)
 
 bool MpdTestServer::start()
 {
-    if (!m_directory.isValid()) {
-        m_error = QStringLiteral("No temporary folder: ") + m_directory.errorString();
-        return false;
-    }
     const QString mpd = QStandardPaths::findExecutable(
         QStringLiteral("mpd"), {QStringLiteral("/usr/bin"), QStringLiteral("/usr/sbin")});
     if (mpd.isEmpty()) {
@@ -171,15 +148,15 @@ bool MpdTestServer::start()
         m_error = QStringLiteral("Cannot write the configuration");
         return false;
     }
-    m_process.start(mpd, {QStringLiteral("--no-daemon"), m_directory.filePath(QStringLiteral("mpd.conf"))});
-    if (!m_process.waitForStarted()) {
-        return fail(QStringLiteral("mpd did not start: ") + m_process.errorString());
+    if (!m_server.start(mpd, {QStringLiteral("--no-daemon"), m_server.filePath(QStringLiteral("mpd.conf"))},
+                        m_error)) {
+        return fail(m_error);
     }
     Connection connection;
     const bool answered = QTest::qWaitFor(
         [&] {
             connection = connect();
-            return connection != nullptr || m_process.state() == QProcess::NotRunning;
+            return connection != nullptr || !m_server.isRunning();
         },
         startTimeoutMs);
     if (!answered || !connection) {
@@ -218,29 +195,22 @@ bool MpdTestServer::start()
 
 void MpdTestServer::stop()
 {
-    if (m_process.state() == QProcess::NotRunning) {
-        return;
-    }
-    m_process.terminate();
-    if (!m_process.waitForFinished(10000)) {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
+    m_server.stop();
 }
 
 bool MpdTestServer::isRunning() const
 {
-    return m_process.state() == QProcess::Running;
+    return m_server.isRunning();
 }
 
 bool MpdTestServer::freeze()
 {
-    return isRunning() && ::kill(pid_t(m_process.processId()), SIGSTOP) == 0;
+    return isRunning() && ::kill(pid_t(m_server.processId()), SIGSTOP) == 0;
 }
 
 bool MpdTestServer::thaw()
 {
-    return isRunning() && ::kill(pid_t(m_process.processId()), SIGCONT) == 0;
+    return isRunning() && ::kill(pid_t(m_server.processId()), SIGCONT) == 0;
 }
 
 MpdTestServer::Connection MpdTestServer::connect() const

@@ -1,10 +1,10 @@
 // Runs a private MPD for tests: its own socket, music folder and stored playlists, and a null audio output.
 #pragma once
 
-#include <QProcess>
+#include "ServerProcess.h"
+
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <memory>
 #include <optional>
@@ -82,8 +82,7 @@ private:
     bool fail(const QString& reason);
     bool writeConfig();
 
-    QTemporaryDir m_directory;
-    QProcess m_process;
+    ServerProcess m_server;
     QString m_error;
     QString m_permissions;
     QString m_password;
