@@ -1,6 +1,8 @@
 // Maps the dictionary entries of "Music" onto the chosen player's commands.
 #include "MusicApplication.h"
 
+#include "MusicPlayerChoice.h"
+
 #include <QCoreApplication>
 
 namespace VendelSDK {

@@ -1,6 +1,8 @@
 // Reads the playlist names from the chosen player and turns its failures into the library's error.
 #include "MusicMediaLibrary.h"
 
+#include "MusicPlayerChoice.h"
+
 namespace VendelSDK {
 
 MusicMediaLibrary::MusicMediaLibrary(std::unique_ptr<MusicPlayer> player) : m_player(std::move(player)) {}

@@ -1,6 +1,6 @@
 // Tests the players that "Music" stands for against Mopidy, a real player that nobody here wrote, over MPRIS
 // and over MPD's protocol: what a user does while music plays must leave the requested playlist playing.
-#include "linux/MusicPlayer.h"
+#include "linux/MusicPlayerChoice.h"
 #include "MopidyTestServer.h"
 
 #include <QDBusConnection>
