@@ -1,7 +1,8 @@
-// The script-execution seam: compiles and runs one script source synchronously.
+// The script-execution seam: runs one script synchronously, and the applications that scripts address.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
@@ -27,6 +28,21 @@ struct ScriptNoResult
 // Exactly one of: failed (with its record), a result text, or no result.
 using ScriptOutcome = std::variant<ScriptErrorRecord, QString, ScriptNoResult>;
 
+// An application that scripts address by name, for engines that do not find applications by themselves: the
+// commands it understands and how it answers them.
+class ScriptApplication
+{
+public:
+    virtual ~ScriptApplication() = default;
+
+    // The commands the application understands. Each entry is a pattern of words and placeholders:
+    // "%s" takes a string literal and "%b" takes true or false, as in "play playlist %s".
+    virtual QStringList dictionary() const = 0;
+    // Carries out the dictionary entry at `entry` with its placeholders' values, in order. The engine has
+    // matched the command against the dictionary before it calls this.
+    virtual ScriptOutcome perform(qsizetype entry, const QStringList& arguments) = 0;
+};
+
 class ScriptEngine
 {
 public:
@@ -34,6 +50,16 @@ public:
 
     // Runs the source to its end on the calling thread; never throws.
     virtual ScriptOutcome execute(const QString& source) = 0;
+
+    // Makes `application` the one that scripts addressed to `name` reach, in place of any registered
+    // before; a null application makes the name unknown again. Where the system itself finds every
+    // application by name, as AppleScript does, the engine has no use for it and drops it: a plugin
+    // registers the applications its scripts address on every platform, with no test of its own.
+    virtual void registerApplication(const QString& name, std::unique_ptr<ScriptApplication> application)
+    {
+        Q_UNUSED(name);
+        Q_UNUSED(application);
+    }
 };
 
 // The engine of the platform this build targets; CMake picks the implementation.

@@ -3,6 +3,7 @@
 
 #include "App.h"
 #include "EditorViewController.h"
+#include "MusicScriptApplication.h"
 #include "RunActionController.h"
 #include "Storyboard.h"
 #include "UpdateController.h"
@@ -33,6 +34,9 @@ AppDelegate::AppDelegate()
     connect(&Platform::applicationServices(), &ApplicationServices::getURLEvent, this,
             [this](const QString& url) { handleGetURLEvent(url); });
     UpdateController::shared().updater().checkForUpdatesInBackground();
+    // The player's scripts address "Music"; where the system does not know it by that name, the plugin
+    // supplies it.
+    Platform::scriptEngine().registerApplication(QStringLiteral("Music"), makePlatformMusicApplication());
 
     PluginController& controller = App::shared().vendelPlugin().actionController;
     const QPointer<AppDelegate> self(this);

@@ -17,8 +17,9 @@ class AppDelegate : public QObject
     Q_OBJECT
 
 public:
-    // Starts the update check, makes the application object and assigns the edit, run and configure
-    // handlers. It must be made before launching finishes, so that the start-up check sees the launch URL.
+    // Starts the update check, registers "Music" with the script engine, makes the application object and
+    // assigns the edit, run and configure handlers. It must be made before launching finishes, so that the
+    // start-up check sees the launch URL.
     AppDelegate();
     ~AppDelegate() override;
 

@@ -1,6 +1,5 @@
 // The Linux backends of the platform seams.
 #include "DBusLaunchChannel.h"
-#include "MusicApplication.h"
 #include "TellScriptEngine.h"
 #include "VendelHostApplication.h"
 #include "XdgUrlOpener.h"
@@ -10,13 +9,12 @@
 
 namespace VendelSDK {
 
-// Linux has no system-wide scripting; the tell engine stands in for it, addressing the applications
-// registered here by the names the scripts use.
+// Linux has no system-wide scripting; the tell engine stands in for it. It knows the host, which every
+// plugin talks to; a plugin registers the further applications that its own scripts address.
 std::unique_ptr<ScriptEngine> makePlatformScriptEngine()
 {
     auto engine = std::make_unique<TellScriptEngine>();
     engine->registerApplication(QStringLiteral("Vendel"), std::make_unique<VendelHostApplication>());
-    engine->registerApplication(QStringLiteral("Music"), makeMusicApplication());
     return engine;
 }
 

@@ -3,6 +3,8 @@
 
 #include "MusicPlayerChoice.h"
 
+#include "app/MusicScriptApplication.h"
+
 #include <QCoreApplication>
 
 namespace VendelSDK {
@@ -61,3 +63,12 @@ std::unique_ptr<ScriptApplication> makeMusicApplication()
 }
 
 } // namespace VendelSDK
+
+namespace MusicPlugin {
+
+std::unique_ptr<VendelSDK::ScriptApplication> makePlatformMusicApplication()
+{
+    return VendelSDK::makeMusicApplication();
+}
+
+} // namespace MusicPlugin

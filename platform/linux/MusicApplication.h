@@ -13,7 +13,7 @@
 #pragma once
 
 #include "MusicPlayer.h"
-#include "ScriptApplication.h"
+#include "VendelSDK/ScriptEngine.h"
 
 #include <memory>
 

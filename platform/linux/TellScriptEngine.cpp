@@ -191,6 +191,10 @@ std::variant<TellStatement, ScriptErrorRecord> TellScriptEngine::parse(const QSt
 void TellScriptEngine::registerApplication(const QString& name,
                                            std::unique_ptr<ScriptApplication> application)
 {
+    if (!application) {
+        m_applications.remove(name);
+        return;
+    }
     m_applications.insert(name, std::shared_ptr<ScriptApplication>(std::move(application)));
 }
 

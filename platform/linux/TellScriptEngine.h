@@ -1,7 +1,7 @@
 // Executes one-line "tell application" statements against applications registered by name.
 #pragma once
 
-#include "ScriptApplication.h"
+#include "ScriptDictionary.h"
 
 #include "VendelSDK/ScriptEngine.h"
 
@@ -32,7 +32,8 @@ public:
     // concatenation and no second statement, so no text can smuggle in another command.
     static std::variant<TellStatement, ScriptErrorRecord> parse(const QString& source);
 
-    void registerApplication(const QString& name, std::unique_ptr<ScriptApplication> application);
+    // Only registered applications can be addressed; any other name fails with applicationNotFound.
+    void registerApplication(const QString& name, std::unique_ptr<ScriptApplication> application) override;
     ScriptOutcome execute(const QString& source) override;
 
 private:

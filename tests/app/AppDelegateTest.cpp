@@ -3,6 +3,7 @@
 
 #include "app/App.h"
 #include "app/EditorViewController.h"
+#include "app/MusicScriptApplication.h"
 #include "app/Storyboard.h"
 
 #include "FixedMediaLibrary.h"
@@ -96,6 +97,16 @@ class AppDelegateTest : public QObject
 private Q_SLOTS:
     void init() { Storyboard::clear(); }
     void cleanup() { Storyboard::clear(); }
+
+    void delegateRegistersMusicWithTheScriptEngine()
+    {
+        TestPlatform platform;
+        AppDelegate delegate;
+        // Whether the plugin supplies "Music" or the system knows it is the platform's business.
+        const bool supplied = makePlatformMusicApplication() != nullptr;
+        QCOMPARE(platform.engine->registrations,
+                 (QList<std::pair<QString, bool>>{{QStringLiteral("Music"), supplied}}));
+    }
 
     void twoEditUrlsOpenTwoWindowsBothKept()
     {

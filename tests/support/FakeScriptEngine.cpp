@@ -15,4 +15,10 @@ ScriptOutcome FakeScriptEngine::execute(const QString& source)
     return fallback;
 }
 
+void FakeScriptEngine::registerApplication(const QString& name,
+                                           std::unique_ptr<ScriptApplication> application)
+{
+    registrations.append({name, application != nullptr});
+}
+
 } // namespace VendelSDK::Testing

@@ -14,9 +14,13 @@ class FakeScriptEngine final : public ScriptEngine
 {
 public:
     ScriptOutcome execute(const QString& source) override;
+    // Records the name; the fake answers every script itself.
+    void registerApplication(const QString& name, std::unique_ptr<ScriptApplication> application) override;
 
     // Sources in the order they were executed.
     QStringList sources;
+    // Names of registered applications in the order of registration, and whether each came with one.
+    QList<std::pair<QString, bool>> registrations;
     // Answers used in order; when they run out, `fallback` answers.
     QList<ScriptOutcome> answers;
     ScriptOutcome fallback = ScriptNoResult{};

@@ -4,6 +4,8 @@
 #include "TestMprisPlayerProcess.h"
 #include "linux/TellScriptEngine.h"
 
+#include "app/MusicScriptApplication.h"
+
 #include <QDBusConnection>
 #include <QTemporaryDir>
 #include <QTest>
@@ -78,11 +80,27 @@ private Q_SLOTS:
                               QStringLiteral("pause")}));
     }
 
-    void thePlatformEngineAddressesMusic()
+    void withoutRegistrationThePlatformEngineAnswersMusicAsAnyUnknownApplication()
     {
         useMpd();
+        const auto engine = makePlatformScriptEngine();
+        auto unknown = std::get<ScriptErrorRecord>(
+            engine->execute(QStringLiteral("tell application \"Nowhere\" to set shuffle enabled to true")));
+        QCOMPARE(unknown.number, TellScriptEngine::applicationNotFound);
 
-        QCOMPARE(makePlatformScriptEngine()->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+        const QString message = unknown.message->replace(QStringLiteral("Nowhere"), QStringLiteral("Music"));
+        QCOMPARE(engine->execute(shuffleOnScript),
+                 ScriptOutcome(ScriptErrorRecord{TellScriptEngine::applicationNotFound, message, message}));
+        QCOMPARE(m_mpd.status()->random, false);
+    }
+
+    void registeredMusicReachesMpdThroughThePlatformEngine()
+    {
+        useMpd();
+        const auto engine = makePlatformScriptEngine();
+        engine->registerApplication(QStringLiteral("Music"), MusicPlugin::makePlatformMusicApplication());
+
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
 
         QCOMPARE(m_mpd.status()->random, true);
     }

@@ -237,6 +237,20 @@ private Q_SLOTS:
         QCOMPARE(music, (QList<ResolvedCommand>{ResolvedCommand{0, {QStringLiteral("false")}}}));
     }
 
+    void registeringNoApplicationMakesTheNameUnknownAgain()
+    {
+        QList<ResolvedCommand> music;
+        TellScriptEngine engine;
+        engine.registerApplication(QStringLiteral("Music"),
+                                   std::make_unique<RecordingApplication>(musicDictionary, music));
+        engine.registerApplication(QStringLiteral("Music"), nullptr);
+
+        const QString message = QStringLiteral("Application “Music” can’t be found.");
+        QCOMPARE(engine.execute(QStringLiteral("tell application \"Music\" to pause")),
+                 ScriptOutcome(ScriptErrorRecord{TellScriptEngine::applicationNotFound, message, message}));
+        QVERIFY(music.isEmpty());
+    }
+
     void commandOutsideTheDictionaryIsASyntaxError_data()
     {
         QTest::addColumn<QString>("source");

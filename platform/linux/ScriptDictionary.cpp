@@ -1,5 +1,5 @@
 // Resolves commands against an application's dictionary.
-#include "ScriptApplication.h"
+#include "ScriptDictionary.h"
 
 namespace VendelSDK {
 

@@ -1,4 +1,4 @@
-// One application that the tell engine can address: its scripting dictionary and how it answers.
+// The tell engine's commands, resolved against an application's scripting dictionary.
 #pragma once
 
 #include "VendelSDK/ScriptEngine.h"
@@ -28,18 +28,6 @@ struct ScriptToken
 };
 
 using ScriptCommand = QList<ScriptToken>;
-
-class ScriptApplication
-{
-public:
-    virtual ~ScriptApplication() = default;
-
-    // The commands the application understands. Each entry is a pattern of words and placeholders:
-    // "%s" takes a string literal and "%b" takes true or false.
-    virtual QStringList dictionary() const = 0;
-    // Carries out the dictionary entry at `entry` with its placeholders' values, in order.
-    virtual ScriptOutcome perform(qsizetype entry, const QStringList& arguments) = 0;
-};
 
 // A command resolved against a dictionary: which entry, and the placeholders' values.
 struct ResolvedCommand
