@@ -1,5 +1,5 @@
 // Builds alerts from errors.
-#include "Alert.h"
+#include <VendelSDK/Alert.h>
 
 namespace VendelSDK {
 

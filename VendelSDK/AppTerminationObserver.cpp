@@ -1,7 +1,7 @@
 // Delivers the will-terminate hook to the observer's closure on the main thread.
-#include "AppTerminationObserver.h"
+#include <VendelSDK/AppTerminationObserver.h>
 
-#include "Platform.h"
+#include <VendelSDK/Platform.h>
 
 namespace VendelSDK {
 

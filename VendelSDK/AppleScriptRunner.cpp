@@ -1,8 +1,8 @@
 // Every failure becomes the same SDK error: the user's remedy is the same whatever the engine said.
-#include "AppleScriptRunner.h"
+#include <VendelSDK/AppleScriptRunner.h>
 
-#include "Error.h"
-#include "Platform.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Platform.h>
 
 namespace VendelSDK {
 

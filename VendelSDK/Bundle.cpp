@@ -1,5 +1,5 @@
 // Bundle values.
-#include "Bundle.h"
+#include <VendelSDK/Bundle.h>
 
 namespace VendelSDK {
 

@@ -1,8 +1,8 @@
 // Builds and sends host command URLs; the host reads the name from the host part and data from the path.
-#include "Command.h"
+#include <VendelSDK/Command.h>
 
-#include "Error.h"
-#include "Platform.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Platform.h>
 #include "Uri.h"
 
 #include <QJsonArray>

@@ -1,7 +1,7 @@
 // Builds and shows the configuration alert through the alert seam.
-#include "ConfigAlert.h"
+#include <VendelSDK/ConfigAlert.h>
 
-#include "Platform.h"
+#include <VendelSDK/Platform.h>
 
 #include <QCoreApplication>
 

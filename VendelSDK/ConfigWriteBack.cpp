@@ -1,7 +1,7 @@
 // The write-back shared by the local and the global configuration providers.
-#include "ConfigWriteBack.h"
+#include <VendelSDK/ConfigWriteBack.h>
 
-#include "Platform.h"
+#include <VendelSDK/Platform.h>
 
 #include <algorithm>
 #include <utility>

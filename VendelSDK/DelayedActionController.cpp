@@ -1,5 +1,5 @@
 // Each run() arms its own main-thread timer; only the check that finds a quiet second runs the action.
-#include "DelayedActionController.h"
+#include <VendelSDK/DelayedActionController.h>
 
 #include <QTimer>
 

@@ -1,5 +1,5 @@
 // Error values and the SDK's error factory.
-#include "Error.h"
+#include <VendelSDK/Error.h>
 
 #include <QCoreApplication>
 

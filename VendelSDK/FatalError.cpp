@@ -1,5 +1,5 @@
 // Prints the fatal report and aborts, so that a core dump or debugger sees the faulty state.
-#include "FatalError.h"
+#include <VendelSDK/FatalError.h>
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // The host identifies the caller itself, so the request carries no path and no identifier.
-#include "InstallPluginController.h"
+#include <VendelSDK/InstallPluginController.h>
 
-#include "Error.h"
-#include "Platform.h"
-#include "VendelAPI.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 #include <QCoreApplication>
 

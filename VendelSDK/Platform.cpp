@@ -1,8 +1,8 @@
 // Holds the chosen backends; defaults are made lazily so that a test can replace any of them first.
-#include "Platform.h"
+#include <VendelSDK/Platform.h>
 
-#include "QtApplicationServices.h"
-#include "StderrAlertPresenter.h"
+#include <VendelSDK/QtApplicationServices.h>
+#include <VendelSDK/StderrAlertPresenter.h>
 
 #include <optional>
 

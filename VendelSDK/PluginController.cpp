@@ -1,9 +1,9 @@
 // Dispatches launch URLs to the application's handlers and remembers whether one ran.
-#include "PluginController.h"
+#include <VendelSDK/PluginController.h>
 
-#include "ConfigWriteBack.h"
-#include "FatalError.h"
-#include "VendelPluginURL.h"
+#include <VendelSDK/ConfigWriteBack.h>
+#include <VendelSDK/FatalError.h>
+#include <VendelSDK/VendelPluginURL.h>
 
 namespace VendelSDK {
 namespace {

@@ -1,7 +1,7 @@
 // Application services on top of QCoreApplication, which needs no display and no GUI libraries.
-#include "QtApplicationServices.h"
+#include <VendelSDK/QtApplicationServices.h>
 
-#include "TerminationSignals.h"
+#include <VendelSDK/TerminationSignals.h>
 
 #include <QCoreApplication>
 

@@ -1,5 +1,5 @@
 // Resource JSON: the keys "type", "name" and "url"; decoding is strict.
-#include "Resource.h"
+#include <VendelSDK/Resource.h>
 
 #include "Uri.h"
 

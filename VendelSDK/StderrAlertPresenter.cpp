@@ -1,5 +1,5 @@
 // Writes the alert's texts to a stream and answers with the default button.
-#include "StderrAlertPresenter.h"
+#include <VendelSDK/StderrAlertPresenter.h>
 
 namespace VendelSDK {
 

@@ -1,5 +1,5 @@
 // The self-pipe: async-signal-safe calls only in the handler, everything else from the event loop.
-#include "TerminationSignals.h"
+#include <VendelSDK/TerminationSignals.h>
 
 #include <QSocketNotifier>
 

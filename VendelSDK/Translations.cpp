@@ -1,5 +1,5 @@
 // Loads the catalogues of the user's language at start: Qt's own, the SDK's and the application's.
-#include "Translations.h"
+#include <VendelSDK/Translations.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,10 +1,10 @@
 // Host commands: four leading spaces, one line, addressed to the application "Vendel".
-#include "VendelAPI.h"
+#include <VendelSDK/VendelAPI.h>
 
-#include "AppleScriptRunner.h"
-#include "Error.h"
-#include "FatalError.h"
-#include "Platform.h"
+#include <VendelSDK/AppleScriptRunner.h>
+#include <VendelSDK/Error.h>
+#include <VendelSDK/FatalError.h>
+#include <VendelSDK/Platform.h>
 
 #include <algorithm>
 

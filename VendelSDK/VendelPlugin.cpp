@@ -1,10 +1,10 @@
 // Creates the plugin's controller and runs the start-up check when launching finishes.
-#include "VendelPlugin.h"
+#include <VendelSDK/VendelPlugin.h>
 
-#include "Error.h"
-#include "InstallPluginController.h"
-#include "Platform.h"
-#include "VendelAPI.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/InstallPluginController.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 #include <QCoreApplication>
 

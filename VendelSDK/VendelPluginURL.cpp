@@ -1,5 +1,5 @@
 // Parses launch URLs; scheme and verb are compared exactly, so no case folding may happen here.
-#include "VendelPluginURL.h"
+#include <VendelSDK/VendelPluginURL.h>
 
 #include "Uri.h"
 

@@ -1,7 +1,7 @@
 // Started by hand, the plugin offers installation or explains that the host must start it.
 #include "App.h"
 
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/Platform.h>
 
 namespace MusicPlugin {
 

@@ -1,7 +1,7 @@
 // The music plugin's one application object: it owns the plugin and counts the windows that are shown.
 #pragma once
 
-#include "VendelSDK/VendelPlugin.h"
+#include <VendelSDK/VendelPlugin.h>
 
 namespace MusicPlugin {
 

@@ -1,7 +1,7 @@
 // The plugin's own bundle: the platform's, with this build's identity where the platform's has none.
 #pragma once
 
-#include "VendelSDK/Bundle.h"
+#include <VendelSDK/Bundle.h>
 
 namespace MusicPlugin {
 

@@ -8,8 +8,8 @@
 #include "Storyboard.h"
 #include "UpdateController.h"
 
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/VendelPluginURL.h"
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelPluginURL.h>
 
 #include <QCoreApplication>
 #include <QPointer>

@@ -3,7 +3,7 @@
 
 #include "App.h"
 
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/Platform.h>
 
 namespace MusicPlugin {
 

@@ -5,7 +5,7 @@
 #include "LocalConfig.h"
 #include "PlaylistStore.h"
 
-#include "VendelSDK/LocalConfigProvider.h"
+#include <VendelSDK/LocalConfigProvider.h>
 
 #include <QObject>
 #include <QString>

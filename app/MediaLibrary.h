@@ -2,7 +2,7 @@
 // order.
 #pragma once
 
-#include "VendelSDK/Error.h"
+#include <VendelSDK/Error.h>
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -3,8 +3,8 @@
 
 #include <QCoreApplication>
 
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 namespace MusicPlugin {
 

@@ -1,8 +1,8 @@
 // Tells the music player what to do through one-line scripts, and shows their failures to the user.
 #pragma once
 
-#include "VendelSDK/Error.h"
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/ScriptEngine.h>
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // The application "Music" that the player's scripts address, where the plugin has to supply it.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 
 #include "MediaLibrary.h"
 
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/Platform.h>
 
 namespace MusicPlugin {
 

@@ -4,8 +4,8 @@
 #include "LocalConfig.h"
 #include "MusicAppController.h"
 
-#include "VendelSDK/LocalConfigProvider.h"
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/LocalConfigProvider.h>
+#include <VendelSDK/Platform.h>
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // The scene registry; filled by the windowed part of the application when it is loaded.
 #include "Storyboard.h"
 
-#include "VendelSDK/FatalError.h"
+#include <VendelSDK/FatalError.h>
 
 #include <QHash>
 

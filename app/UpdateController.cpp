@@ -1,7 +1,7 @@
 // An application without its updater cannot be kept current, so a missing one stops the process.
 #include "UpdateController.h"
 
-#include "VendelSDK/FatalError.h"
+#include <VendelSDK/FatalError.h>
 
 namespace MusicPlugin {
 

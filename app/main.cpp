@@ -5,12 +5,12 @@
 #include "CommandLine.h"
 #include "UiModule.h"
 
-#include "VendelSDK/LaunchChannel.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/QtApplicationServices.h"
-#include "VendelSDK/StderrAlertPresenter.h"
-#include "VendelSDK/TerminationSignals.h"
-#include "VendelSDK/Translations.h"
+#include <VendelSDK/LaunchChannel.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/QtApplicationServices.h>
+#include <VendelSDK/StderrAlertPresenter.h>
+#include <VendelSDK/TerminationSignals.h>
+#include <VendelSDK/Translations.h>
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // Measures how long after the last save() the coalesced write reaches the host, and the threads a burst
 // costs.
-#include "VendelSDK/LocalConfigProvider.h"
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/LocalConfigProvider.h>
+#include <VendelSDK/Platform.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

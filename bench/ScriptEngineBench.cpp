@@ -1,12 +1,12 @@
 // Measures one tell-engine call to the host and to MPD against a bare D-Bus call and a bare MPD command.
 // Run it inside its own session bus: dbus-run-session -- ScriptEngineBench [calls]
 #include "MpdTestServer.h"
-#include "linux/MpdMusicPlayer.h"
-#include "linux/MusicApplication.h"
-#include "linux/TellScriptEngine.h"
-#include "linux/VendelHostApplication.h"
+#include "MpdMusicPlayer.h"
+#include "MusicApplication.h"
+#include "TellScriptEngine.h"
+#include "VendelHostApplication.h"
 
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/VendelAPI.h>
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -23,6 +23,7 @@
 #include <functional>
 #include <vector>
 
+using namespace MusicPlugin;
 using namespace VendelSDK;
 
 namespace {

@@ -2,9 +2,9 @@
 // the input shows: the configuration's escaping (against the former two replacements), the tell engine's
 // reading of the resulting command, and the host's decoding of a command URL.
 #include "CommandUrl.h"
-#include "linux/TellScriptEngine.h"
+#include "TellScriptEngine.h"
 
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/VendelAPI.h>
 
 #include <QElapsedTimer>
 #include <QString>

@@ -12,7 +12,7 @@ function(vendel_add_test class)
     # A test executable is no application bundle and has no update feed to start the macOS updater with;
     # linked in first, the updater that checks nothing (Linux's) keeps the platform's out of the test.
     if(APPLE)
-        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/platform/common/PackageManagerUpdater.cpp)
+        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/app/platform/common/PackageManagerUpdater.cpp)
     endif()
     if(arg_DBUS)
         find_program(DBUS_RUN_SESSION dbus-run-session REQUIRED)

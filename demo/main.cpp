@@ -1,6 +1,6 @@
 // Shows what the SDK makes of a launch URL: its verb, its identifier and the host command of a run.
-#include "VendelSDK/VendelAPI.h"
-#include "VendelSDK/VendelPluginURL.h"
+#include <VendelSDK/VendelAPI.h>
+#include <VendelSDK/VendelPluginURL.h>
 
 #include <QCoreApplication>
 #include <QStringList>

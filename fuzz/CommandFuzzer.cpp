@@ -1,9 +1,9 @@
 // libFuzzer target: arbitrary text through host command URLs, path percent-encoding and resource JSON.
 #include "FuzzRequire.h"
-#include "VendelSDK/Command.h"
-#include "VendelSDK/Error.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/Resource.h"
+#include <VendelSDK/Command.h>
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/Resource.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 // libFuzzer target: hostile launch URLs through parsing, dispatch and the host command texts they feed.
 #include "FuzzRequire.h"
-#include "VendelSDK/PluginController.h"
-#include "VendelSDK/VendelAPI.h"
-#include "VendelSDK/VendelPluginURL.h"
+#include <VendelSDK/PluginController.h>
+#include <VendelSDK/VendelAPI.h>
+#include <VendelSDK/VendelPluginURL.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 // libFuzzer target: any text as a stored action record, decoded as the providers decode it, with fallback.
 #include "FuzzRequire.h"
-#include "app/LocalConfig.h"
+#include "LocalConfig.h"
 
-#include "VendelSDK/ConfigCoding.h"
+#include <VendelSDK/ConfigCoding.h>
 
 #include <QJsonDocument>
 #include <QString>

@@ -1,8 +1,8 @@
 // libFuzzer target: arbitrary sources through the tell engine's parser, and escaped texts through literals.
 #include "FuzzRequire.h"
-#include "linux/TellScriptEngine.h"
+#include "TellScriptEngine.h"
 
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/VendelAPI.h>
 
 #include <QString>
 

@@ -90,6 +90,32 @@
         <extracomment>Description of the error shown when the playlists cannot be read.</extracomment>
         <translation>Die Musikmediathek konnte nicht geöffnet werden.</translation>
     </message>
+    <message>
+        <source>No music player could be reached: start MPD or a player that offers MPRIS.</source>
+        <extracomment>Why the playlists cannot be read when neither kind of music player answers.</extracomment>
+        <translation>Es konnte kein Musikplayer erreicht werden. Starten Sie MPD oder einen Player, der MPRIS unterstützt.</translation>
+    </message>
+    <message>
+        <source>This platform has no music library that can be read.</source>
+        <extracomment>Why the playlists cannot be read on a platform that has no music library support.</extracomment>
+        <translation>Auf diesem System gibt es keine Musikmediathek, die gelesen werden kann.</translation>
+    </message>
+</context>
+<context>
+    <name>MpdMusicPlayer</name>
+    <message>
+        <source>Out of memory.</source>
+        <extracomment>The system&apos;s message when there was no memory left to connect to the music player</extracomment>
+        <translation>Nicht genügend Arbeitsspeicher.</translation>
+    </message>
+</context>
+<context>
+    <name>MprisMusicPlayer</name>
+    <message>
+        <source>The player “%1” sent its playlists in an unknown form.</source>
+        <extracomment>%1 is the music player&apos;s bus name</extracomment>
+        <translation>Der Player „%1“ hat seine Wiedergabelisten in einer unbekannten Form gesendet.</translation>
+    </message>
 </context>
 <context>
     <name>MusicAppController</name>
@@ -97,6 +123,62 @@
         <source>Expected end of line but found a double quote, a backslash or a control character in the playlist name.</source>
         <extracomment>The script compiler&apos;s message for a playlist name that would end the script&apos;s text</extracomment>
         <translation>Zeilenende erwartet, aber im Namen der Wiedergabeliste ein Anführungszeichen, einen umgekehrten Schrägstrich oder ein Steuerzeichen gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>MusicApplication</name>
+    <message>
+        <source>Music doesn’t understand the command.</source>
+        <extracomment>The system&apos;s message for a command that the application Music does not know</extracomment>
+        <translation>Music versteht den Befehl nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>MusicPlayer</name>
+    <message>
+        <source>Music got an error: %1</source>
+        <extracomment>The scripting language&apos;s message for an error of the application Music; %1 is its brief message</extracomment>
+        <translation>Music hat einen Fehler erhalten: %1</translation>
+    </message>
+    <message>
+        <source>Application isn’t running.</source>
+        <extracomment>The system&apos;s message when the music player is not running</extracomment>
+        <translation>Das Programm läuft nicht.</translation>
+    </message>
+    <message>
+        <source>Connection is invalid.</source>
+        <extracomment>The system&apos;s message when the connection to the music player was lost</extracomment>
+        <translation>Die Verbindung ist ungültig.</translation>
+    </message>
+    <message>
+        <source>The player “%1” cannot play a playlist: it has no org.mpris.MediaPlayer2.Playlists interface.</source>
+        <extracomment>%1 is the music player&apos;s bus name; the interface&apos;s name stays as it is</extracomment>
+        <translation>Der Player „%1“ kann keine Wiedergabeliste abspielen: Er bietet die Schnittstelle org.mpris.MediaPlayer2.Playlists nicht an.</translation>
+    </message>
+    <message>
+        <source>AppleEvent timed out.</source>
+        <extracomment>The system&apos;s message when the music player did not answer in time</extracomment>
+        <translation>Zeitüberschreitung beim AppleEvent.</translation>
+    </message>
+    <message>
+        <source>Can’t get playlist &quot;%1&quot;.</source>
+        <extracomment>The system&apos;s message for a playlist that the music player does not have; %1 is its name</extracomment>
+        <translation>Die Wiedergabeliste „%1“ kann nicht abgerufen werden.</translation>
+    </message>
+    <message>
+        <source>The player “%1” did not start playing the playlist “%2”.</source>
+        <extracomment>A music player answered the command to play a playlist but did not start playing it; %1 is the player, %2 the playlist.</extracomment>
+        <translation>Der Player „%1“ hat die Wiedergabe der Wiedergabeliste „%2“ nicht gestartet.</translation>
+    </message>
+    <message>
+        <source>VENDEL_MUSIC must be “mpd” or “mpris”, not “%1”.</source>
+        <extracomment>%1 is the environment variable&apos;s value; the variable&apos;s name and values stay as they are</extracomment>
+        <translation>VENDEL_MUSIC muss „mpd“ oder „mpris“ sein, nicht „%1“.</translation>
+    </message>
+    <message>
+        <source>The player failed.</source>
+        <extracomment>The music player reported a failure without saying why</extracomment>
+        <translation>Beim Player ist ein Fehler aufgetreten.</translation>
     </message>
 </context>
 <context>

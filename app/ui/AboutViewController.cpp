@@ -1,8 +1,8 @@
 // Missing information shows as empty text rather than failing: the panel is informative only.
 #include "AboutViewController.h"
 
-#include "VendelSDK/FatalError.h"
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/FatalError.h>
+#include <VendelSDK/Platform.h>
 
 #include <QGuiApplication>
 #include <QIcon>

@@ -6,12 +6,12 @@
 
 #include "WindowBackgroundMover.h"
 
-#include "app/App.h"
-#include "app/EditorViewController.h"
+#include "App.h"
+#include "EditorViewController.h"
 
-#include "VendelSDK/FatalError.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/WindowConfiguration.h"
+#include <VendelSDK/FatalError.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/WindowConfiguration.h>
 
 #include <QCloseEvent>
 #include <QCompleter>

@@ -1,8 +1,8 @@
 // The action editor's window: the form "Main", its controls bound to an EditorViewController.
 #pragma once
 
-#include "app/EditorViewController.h"
-#include "app/WindowController.h"
+#include "EditorViewController.h"
+#include "WindowController.h"
 
 #include <QPointer>
 

@@ -6,11 +6,11 @@
 #include "AboutViewController.h"
 #include "LinkLabel.h"
 
-#include "app/App.h"
+#include "App.h"
 
-#include "VendelSDK/FatalError.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/WindowConfiguration.h"
+#include <VendelSDK/FatalError.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/WindowConfiguration.h>
 
 #include <QEvent>
 #include <QWidget>

@@ -1,7 +1,7 @@
 // The preferences window: the form "Preferences", which holds the about panel and its links.
 #pragma once
 
-#include "app/WindowController.h"
+#include "WindowController.h"
 
 #include <memory>
 

@@ -2,11 +2,11 @@
 #include "MainWindowController.h"
 #include "PreferencesWindowController.h"
 
-#include "app/Storyboard.h"
-#include "app/UiModule.h"
+#include "Storyboard.h"
+#include "UiModule.h"
 
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/WindowedBackends.h"
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/WindowedBackends.h>
 
 #include <QApplication>
 #include <QIcon>

@@ -1,5 +1,5 @@
 // The main bundle where applications are bare executables: the host knows the plugin by its executable.
-#include "VendelSDK/Bundle.h"
+#include <VendelSDK/Bundle.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 // The windowed backends where the toolkit's own windows and message boxes serve: the window list from
 // the GUI application, alerts in message boxes.
-#include "VendelSDK/QtGuiApplicationServices.h"
-#include "VendelSDK/WidgetAlertPresenter.h"
-#include "VendelSDK/WindowedBackends.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
+#include <VendelSDK/WidgetAlertPresenter.h>
+#include <VendelSDK/WindowedBackends.h>
 
 namespace VendelSDK {
 

@@ -1,6 +1,6 @@
 // Where the system itself keeps one instance (macOS hands a URL to the running application), or where no
 // single-instance channel exists, every launch serves itself.
-#include "VendelSDK/LaunchChannel.h"
+#include <VendelSDK/LaunchChannel.h>
 
 namespace VendelSDK {
 

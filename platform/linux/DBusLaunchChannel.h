@@ -3,7 +3,7 @@
 
 #include "SdBus.h"
 
-#include "VendelSDK/LaunchChannel.h"
+#include <VendelSDK/LaunchChannel.h>
 
 #include <QStringList>
 

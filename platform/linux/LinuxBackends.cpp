@@ -4,8 +4,8 @@
 #include "VendelHostApplication.h"
 #include "XdgUrlOpener.h"
 
-#include "VendelSDK/ScriptEngine.h"
-#include "VendelSDK/UrlOpener.h"
+#include <VendelSDK/ScriptEngine.h>
+#include <VendelSDK/UrlOpener.h>
 
 namespace VendelSDK {
 

@@ -1,7 +1,7 @@
 // The tell engine's commands, resolved against an application's scripting dictionary.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <QList>
 #include <QString>

@@ -3,7 +3,7 @@
 
 #include "ScriptDictionary.h"
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <QHash>
 

@@ -1,7 +1,7 @@
 // The application "Vendel" of the tell engine: the host's scripting commands, carried out over D-Bus.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <chrono>
 #include <optional>

@@ -1,7 +1,7 @@
 // Opens URLs through the desktop's handler registry (xdg-open), as a browser link would.
 #pragma once
 
-#include "VendelSDK/UrlOpener.h"
+#include <VendelSDK/UrlOpener.h>
 
 namespace VendelSDK {
 

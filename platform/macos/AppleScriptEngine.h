@@ -1,7 +1,7 @@
 // The script engine of macOS: AppleScript, compiled and run by the system on the calling (main) thread.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 namespace VendelSDK {
 

@@ -1,7 +1,7 @@
 // What one AppleScript execution reported, turned into the script seam's outcome.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <QVariantMap>
 

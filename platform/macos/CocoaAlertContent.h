@@ -1,7 +1,7 @@
 // What a native alert panel shows for an alert, and which button the user's answer names.
 #pragma once
 
-#include "VendelSDK/Alert.h"
+#include <VendelSDK/Alert.h>
 
 #include <QStringList>
 #include <QVariantMap>

@@ -1,7 +1,7 @@
 // Alerts as native alert panels: an error's own panel, or the texts and buttons in order.
 #pragma once
 
-#include "VendelSDK/AlertPresenter.h"
+#include <VendelSDK/AlertPresenter.h>
 
 namespace VendelSDK {
 

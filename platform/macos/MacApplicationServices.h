@@ -4,7 +4,7 @@
 
 #include "GetURLEventGate.h"
 
-#include "VendelSDK/QtGuiApplicationServices.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
 
 #include <QUrl>
 

@@ -2,8 +2,8 @@
 #include "AppleScriptEngine.h"
 #include "FoundationConversions.h"
 
-#include "VendelSDK/Bundle.h"
-#include "VendelSDK/UrlOpener.h"
+#include <VendelSDK/Bundle.h>
+#include <VendelSDK/UrlOpener.h>
 
 #import <AppKit/AppKit.h>
 

@@ -2,7 +2,7 @@
 #include "CocoaAlertPresenter.h"
 #include "MacApplicationServices.h"
 
-#include "VendelSDK/WindowedBackends.h"
+#include <VendelSDK/WindowedBackends.h>
 
 namespace VendelSDK {
 

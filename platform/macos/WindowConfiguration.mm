@@ -1,5 +1,5 @@
 // On macOS a plugin window sits one level above floating windows, set on the native window itself.
-#include "VendelSDK/WindowConfiguration.h"
+#include <VendelSDK/WindowConfiguration.h>
 
 #include <QEvent>
 #include <QPointer>

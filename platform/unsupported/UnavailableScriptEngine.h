@@ -1,7 +1,7 @@
 // A script engine for platforms that have none: every script fails as "not available".
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 namespace VendelSDK {
 

@@ -1,6 +1,6 @@
 // Backends of a platform without a port: nothing can be executed or opened.
 #include "UnavailableScriptEngine.h"
-#include "VendelSDK/UrlOpener.h"
+#include <VendelSDK/UrlOpener.h>
 
 #include <cstdio>
 

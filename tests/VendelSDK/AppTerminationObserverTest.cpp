@@ -1,7 +1,7 @@
 // Tests that the termination observer calls its current closure at termination, on the main thread, and
 // that a cleared closure or a destroyed observer does nothing.
-#include "VendelSDK/AppTerminationObserver.h"
-#include "VendelSDK/QtApplicationServices.h"
+#include <VendelSDK/AppTerminationObserver.h>
+#include <VendelSDK/QtApplicationServices.h>
 
 #include "TestPlatform.h"
 

@@ -1,6 +1,6 @@
 // Tests how the runner maps the engine's three outcomes to a text, no value, or the SDK error 1.
-#include "VendelSDK/AppleScriptRunner.h"
-#include "VendelSDK/Error.h"
+#include <VendelSDK/AppleScriptRunner.h>
+#include <VendelSDK/Error.h>
 
 #include "TestPlatform.h"
 

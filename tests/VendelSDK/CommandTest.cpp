@@ -1,6 +1,6 @@
 // Tests host command URLs: their exact text, path percent-encoding, add-resources data and sending.
-#include "VendelSDK/Command.h"
-#include "VendelSDK/Error.h"
+#include <VendelSDK/Command.h>
+#include <VendelSDK/Error.h>
 
 #include "TestPlatform.h"
 

@@ -1,6 +1,6 @@
 // Tests the configuration alert's texts and that withErrorAlert shows it, with the read title, only on
 // failure.
-#include "VendelSDK/ConfigAlert.h"
+#include <VendelSDK/ConfigAlert.h>
 
 #include "TestPlatform.h"
 

@@ -1,6 +1,6 @@
 // Tests the configuration text: compact JSON out, the empty text for a value that cannot be encoded, and a
 // silent fallback for any text that holds no valid value.
-#include "VendelSDK/ConfigCoding.h"
+#include <VendelSDK/ConfigCoding.h>
 
 #include "SampleConfig.h"
 

@@ -1,5 +1,5 @@
 // Tests the one-second trailing-edge coalescing of requests, on the main thread, with real and fake clocks.
-#include "VendelSDK/DelayedActionController.h"
+#include <VendelSDK/DelayedActionController.h>
 
 #include <QElapsedTimer>
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
 // Tests the error values: the SDK factory's exact user information and the generic description.
-#include "VendelSDK/Error.h"
-#include "VendelSDK/Alert.h"
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Alert.h>
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 // Tests the plugin-wide provider against a fake host: the "global config" commands under the bundle
 // identifier, the type's own default, coalesced writes, the alerts and the write at termination.
-#include "VendelSDK/GlobalConfigProvider.h"
+#include <VendelSDK/GlobalConfigProvider.h>
 
 #include "FakeHost.h"
 #include "SampleConfig.h"

@@ -1,5 +1,5 @@
 // Tests the installation request: success in silence, failure with its alert and termination.
-#include "VendelSDK/InstallPluginController.h"
+#include <VendelSDK/InstallPluginController.h>
 
 #include "TestPlatform.h"
 

@@ -1,6 +1,6 @@
 // Tests the per-action provider against a fake host: reading once, coalesced writes, the alerts, the write
 // at termination, and that a provider outlives its owner until termination and no longer.
-#include "VendelSDK/LocalConfigProvider.h"
+#include <VendelSDK/LocalConfigProvider.h>
 
 #include "FakeHost.h"
 #include "SampleConfig.h"

@@ -4,8 +4,8 @@
 #include "SampleConfig.h"
 #include "TestPlatform.h"
 
-#include "VendelSDK/LocalConfigProvider.h"
-#include "VendelSDK/PluginController.h"
+#include <VendelSDK/LocalConfigProvider.h>
+#include <VendelSDK/PluginController.h>
 
 #include <QCoreApplication>
 #include <QString>

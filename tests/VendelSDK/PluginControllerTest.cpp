@@ -1,5 +1,5 @@
 // Tests dispatch of launch URLs to handlers, the performed-action flag and the fatal defaults.
-#include "VendelSDK/PluginController.h"
+#include <VendelSDK/PluginController.h>
 
 #include <QProcess>
 #include <QTest>

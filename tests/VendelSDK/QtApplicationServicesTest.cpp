@@ -1,5 +1,5 @@
 // Tests termination before and during the event loop, the will-terminate hook and main-thread work.
-#include "VendelSDK/QtApplicationServices.h"
+#include <VendelSDK/QtApplicationServices.h>
 
 #include <QEventLoop>
 #include <QSignalSpy>

@@ -1,11 +1,11 @@
 // Tests that the windowed application services report each window's visible and minimised state.
-#include "VendelSDK/QtGuiApplicationServices.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
 
 #include "FakeHost.h"
 #include "SampleConfig.h"
 #include "TestPlatform.h"
 
-#include "VendelSDK/LocalConfigProvider.h"
+#include <VendelSDK/LocalConfigProvider.h>
 
 #include <QGuiApplication>
 #include <QTest>

@@ -1,5 +1,5 @@
 // Tests resource types' raw values and the strict JSON form of a resource.
-#include "VendelSDK/Resource.h"
+#include <VendelSDK/Resource.h>
 
 #include "TestPlatform.h"
 

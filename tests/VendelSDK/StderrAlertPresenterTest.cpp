@@ -1,5 +1,5 @@
 // Tests the display-less alert: message text, then the informative text on its own line when present.
-#include "VendelSDK/StderrAlertPresenter.h"
+#include <VendelSDK/StderrAlertPresenter.h>
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 // Tests the choice of language, the order in which catalogues answer, and the shipped catalogues themselves:
 // complete, and carrying the translator comments that the texts were written with.
-#include "VendelSDK/Translations.h"
+#include <VendelSDK/Translations.h>
 
 #include <QCoreApplication>
 #include <QDir>

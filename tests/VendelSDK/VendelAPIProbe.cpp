@@ -1,7 +1,7 @@
 // A child process for the fatal stop of a plugin without a bundle identifier: asks for the global
 // configuration.
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 #include "FakeScriptEngine.h"
 

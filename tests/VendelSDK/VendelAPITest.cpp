@@ -1,6 +1,6 @@
 // Tests the host commands byte for byte, the escaping of configuration texts, and reading answers.
-#include "VendelSDK/VendelAPI.h"
-#include "VendelSDK/Error.h"
+#include <VendelSDK/VendelAPI.h>
+#include <VendelSDK/Error.h>
 
 #include "TestPlatform.h"
 

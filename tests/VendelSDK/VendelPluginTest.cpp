@@ -1,5 +1,5 @@
 // Tests the start-up check: what a plugin started without a launch URL does when launching finishes.
-#include "VendelSDK/VendelPlugin.h"
+#include <VendelSDK/VendelPlugin.h>
 
 #include "TestPlatform.h"
 

@@ -1,5 +1,5 @@
 // Tests parsing of launch URLs: exact scheme, host as verb, one path segment as identifier.
-#include "VendelSDK/VendelPluginURL.h"
+#include <VendelSDK/VendelPluginURL.h>
 
 #include <QTest>
 

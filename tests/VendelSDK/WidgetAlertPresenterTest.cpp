@@ -1,5 +1,5 @@
 // Tests the windowed alert: its texts, its buttons in order, and the index of the button pressed.
-#include "VendelSDK/WidgetAlertPresenter.h"
+#include <VendelSDK/WidgetAlertPresenter.h>
 
 #include <QApplication>
 #include <QMessageBox>

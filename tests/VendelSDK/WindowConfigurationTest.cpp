@@ -1,5 +1,5 @@
 // Tests that a configured plugin window stays above other windows and keeps its other flags.
-#include "VendelSDK/WindowConfiguration.h"
+#include <VendelSDK/WindowConfiguration.h>
 
 #include <QApplication>
 #include <QTest>

@@ -1,5 +1,5 @@
 // Tests the plugin's bundle: the platform's path, and this build's identity where the platform gives none.
-#include "app/AppBundle.h"
+#include "AppBundle.h"
 
 #include "AppBundleInfo.h"
 

@@ -1,10 +1,10 @@
 // Tests the application's wiring: the handlers, the windows they keep, and later launches.
-#include "app/AppDelegate.h"
+#include "AppDelegate.h"
 
-#include "app/App.h"
-#include "app/EditorViewController.h"
-#include "app/MusicScriptApplication.h"
-#include "app/Storyboard.h"
+#include "App.h"
+#include "EditorViewController.h"
+#include "MusicScriptApplication.h"
+#include "Storyboard.h"
 
 #include "FixedMediaLibrary.h"
 #include "TestPlatform.h"

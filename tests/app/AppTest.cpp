@@ -1,5 +1,5 @@
 // Tests the application object: its one plugin with both start-up flags on, and the count of shown windows.
-#include "app/App.h"
+#include "App.h"
 
 #include "TestPlatform.h"
 

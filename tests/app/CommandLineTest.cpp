@@ -1,5 +1,5 @@
 // Tests the plugin's command line: the launch URL, help, version, the system's own arguments and mistakes.
-#include "app/CommandLine.h"
+#include "CommandLine.h"
 
 #include <QTest>
 

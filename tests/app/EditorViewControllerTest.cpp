@@ -1,14 +1,14 @@
 // Tests the editor's state against a fake host: loading through the setters, the write-through and its
 // coalescing, an editor without an action, a playlist that is gone, and the failures.
-#include "app/EditorViewController.h"
-#include "app/App.h"
+#include "EditorViewController.h"
+#include "App.h"
 
 #include "FixedMediaLibrary.h"
 #include "TestPlatform.h"
 #include "UserPace.h"
-#include "tests/VendelSDK/FakeHost.h"
+#include "FakeHost.h"
 
-#include "VendelSDK/ConfigCoding.h"
+#include <VendelSDK/ConfigCoding.h>
 
 #include <QElapsedTimer>
 #include <QPointer>

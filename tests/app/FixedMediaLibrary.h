@@ -1,7 +1,7 @@
 // A media library for tests: gives the same names, or the same error, every time, and counts its reads.
 #pragma once
 
-#include "app/MediaLibrary.h"
+#include "MediaLibrary.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 // Tests the action record's default, its JSON form and its strict decoding, alone and through a provider.
-#include "app/LocalConfig.h"
+#include "LocalConfig.h"
 
-#include "VendelSDK/ConfigCoding.h"
-#include "VendelSDK/LocalConfigProvider.h"
+#include <VendelSDK/ConfigCoding.h>
+#include <VendelSDK/LocalConfigProvider.h>
 
 #include "TestPlatform.h"
 

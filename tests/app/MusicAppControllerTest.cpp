@@ -1,5 +1,5 @@
 // Tests the player's exact scripts, their order, and how a failed script becomes the alert the user sees.
-#include "app/MusicAppController.h"
+#include "MusicAppController.h"
 
 #include "TestPlatform.h"
 

@@ -1,7 +1,7 @@
 // Tests the playlist store: names in the library's order with duplicates, the alert and termination when
 // the library cannot be opened, and the names of a real MPD through the platform's library.
-#include "app/PlaylistStore.h"
-#include "app/MediaLibrary.h"
+#include "PlaylistStore.h"
+#include "MediaLibrary.h"
 
 #include "FixedMediaLibrary.h"
 #include "TestPlatform.h"

@@ -1,5 +1,5 @@
 // Tests a run from the stored record to the player's scripts, its two messages, and the final termination.
-#include "app/RunActionController.h"
+#include "RunActionController.h"
 
 #include "TestPlatform.h"
 

@@ -1,5 +1,5 @@
 // Tests the shared update controller: one instance, made once, with an updater that can be asked to check.
-#include "app/UpdateController.h"
+#include "UpdateController.h"
 
 #include <QTest>
 #include <QThread>

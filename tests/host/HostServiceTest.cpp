@@ -5,12 +5,12 @@
 #include "HostProcess.h"
 #include "HostStorage.h"
 
-#include "linux/TellScriptEngine.h"
-#include "linux/VendelHostApplication.h"
+#include "TellScriptEngine.h"
+#include "VendelHostApplication.h"
 
-#include "VendelSDK/Bundle.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/Bundle.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 #include <QCoreApplication>
 #include <QDBusConnection>

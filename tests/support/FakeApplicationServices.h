@@ -1,7 +1,7 @@
 // Application services for tests: counts termination requests and exposes a settable window list.
 #pragma once
 
-#include "VendelSDK/ApplicationServices.h"
+#include <VendelSDK/ApplicationServices.h>
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // A script engine for unit tests: records every source and answers from a script of outcomes.
 #pragma once
 
-#include "VendelSDK/ScriptEngine.h"
+#include <VendelSDK/ScriptEngine.h>
 
 #include <QList>
 #include <QStringList>

@@ -1,7 +1,7 @@
 // An alert presenter for tests: records each alert and dismisses it at once.
 #pragma once
 
-#include "VendelSDK/AlertPresenter.h"
+#include <VendelSDK/AlertPresenter.h>
 
 #include <QList>
 

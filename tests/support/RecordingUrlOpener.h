@@ -1,7 +1,7 @@
 // A URL opener for tests: records the URLs instead of starting their handlers.
 #pragma once
 
-#include "VendelSDK/UrlOpener.h"
+#include <VendelSDK/UrlOpener.h>
 
 #include <QStringList>
 

@@ -6,7 +6,7 @@
 #include "RecordingAlertPresenter.h"
 #include "RecordingUrlOpener.h"
 
-#include "VendelSDK/Platform.h"
+#include <VendelSDK/Platform.h>
 
 namespace VendelSDK::Testing {
 

@@ -1,6 +1,6 @@
 // Tests the about panel: the version line built from the bundle, empty texts for missing information, and
 // the application's icon.
-#include "app/ui/AboutViewController.h"
+#include "AboutViewController.h"
 
 #include "TestPlatform.h"
 

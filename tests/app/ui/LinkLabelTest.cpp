@@ -1,6 +1,6 @@
 // Tests the link label: the linked text in the link colour at the system font size, the click that opens
 // the address, and the plain label that an empty or invalid link leaves.
-#include "app/ui/LinkLabel.h"
+#include "LinkLabel.h"
 
 #include <QApplication>
 #include <QDesktopServices>

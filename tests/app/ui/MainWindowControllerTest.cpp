@@ -1,17 +1,17 @@
 // Tests the editor window: its level, the controls bound both ways to the editor, the playlist field that
 // keeps a name that is gone, the background drag, the preferences action, keyboard access, and closing.
-#include "app/ui/MainWindowController.h"
+#include "MainWindowController.h"
 
 #include "MouseDrag.h"
 #include "TestPlatform.h"
-#include "VendelSDK/QtGuiApplicationServices.h"
-#include "VendelSDK/Translations.h"
-#include "tests/VendelSDK/FakeHost.h"
-#include "tests/app/FixedMediaLibrary.h"
-#include "tests/app/UserPace.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
+#include <VendelSDK/Translations.h>
+#include "FakeHost.h"
+#include "FixedMediaLibrary.h"
+#include "UserPace.h"
 
-#include "app/App.h"
-#include "app/EditorViewController.h"
+#include "App.h"
+#include "EditorViewController.h"
 
 #include <QAction>
 #include <QApplication>

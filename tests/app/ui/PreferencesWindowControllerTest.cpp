@@ -1,17 +1,17 @@
 // Tests the preferences window: its level, the about panel and its link filled from the form and the
 // bundle, the window that is not moved by its background, and closing it with and without an editor open.
-#include "app/ui/PreferencesWindowController.h"
+#include "PreferencesWindowController.h"
 
 #include "MouseDrag.h"
 #include "TestPlatform.h"
-#include "VendelSDK/QtGuiApplicationServices.h"
-#include "VendelSDK/Translations.h"
-#include "tests/app/FixedMediaLibrary.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
+#include <VendelSDK/Translations.h>
+#include "FixedMediaLibrary.h"
 
-#include "app/EditorViewController.h"
-#include "app/ui/AboutViewController.h"
-#include "app/ui/LinkLabel.h"
-#include "app/ui/MainWindowController.h"
+#include "EditorViewController.h"
+#include "AboutViewController.h"
+#include "LinkLabel.h"
+#include "MainWindowController.h"
 
 #include <QApplication>
 #include <QLabel>

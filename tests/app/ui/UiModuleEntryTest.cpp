@@ -1,15 +1,15 @@
 // Tests the windowed module's entry: the widget application it makes, the windowed backends, and the two
 // scenes that it registers under the storyboards' names.
-#include "app/EditorViewController.h"
-#include "app/Storyboard.h"
-#include "app/ui/MainWindowController.h"
-#include "app/ui/PreferencesWindowController.h"
+#include "EditorViewController.h"
+#include "Storyboard.h"
+#include "MainWindowController.h"
+#include "PreferencesWindowController.h"
 
 #include "RecordingAlertPresenter.h"
 
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/QtGuiApplicationServices.h"
-#include "VendelSDK/WidgetAlertPresenter.h"
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/QtGuiApplicationServices.h>
+#include <VendelSDK/WidgetAlertPresenter.h>
 
 #include <QApplication>
 #include <QTest>

@@ -1,6 +1,6 @@
 // Tests that dragging a window's background, or a passive label on it, moves the window, and that controls,
 // other buttons and moves without a press do not.
-#include "app/ui/WindowBackgroundMover.h"
+#include "WindowBackgroundMover.h"
 
 #include "MouseDrag.h"
 

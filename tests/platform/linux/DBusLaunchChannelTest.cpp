@@ -1,5 +1,5 @@
 // Tests the single instance over a private session bus: the first launch runs, later ones hand over.
-#include "linux/DBusLaunchChannel.h"
+#include "DBusLaunchChannel.h"
 
 #include "InterfaceDescription.h"
 

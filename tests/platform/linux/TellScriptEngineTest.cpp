@@ -1,7 +1,7 @@
 // Tests the tell engine: every command text of the system parses to the right call, anything else is refused.
-#include "linux/TellScriptEngine.h"
+#include "TellScriptEngine.h"
 
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/VendelAPI.h>
 
 #include <QTest>
 

@@ -1,11 +1,11 @@
 // Tests the host application of the tell engine against a stand-in host on a private session bus.
-#include "linux/VendelHostApplication.h"
-#include "linux/TellScriptEngine.h"
+#include "VendelHostApplication.h"
+#include "TellScriptEngine.h"
 
-#include "VendelSDK/Bundle.h"
-#include "VendelSDK/Error.h"
-#include "VendelSDK/Platform.h"
-#include "VendelSDK/VendelAPI.h"
+#include <VendelSDK/Bundle.h>
+#include <VendelSDK/Error.h>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/VendelAPI.h>
 
 #include "InterfaceDescription.h"
 #include "TestHostProcess.h"

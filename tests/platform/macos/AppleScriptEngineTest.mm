@@ -1,5 +1,5 @@
 // Tests the AppleScript engine against the system's own script runner.
-#include "macos/AppleScriptEngine.h"
+#include "AppleScriptEngine.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
 // Tests what an AppleScript execution's report means: failure, a result text, or no result.
-#include "macos/AppleScriptOutcome.h"
+#include "AppleScriptOutcome.h"
 
 #include <QTest>
 

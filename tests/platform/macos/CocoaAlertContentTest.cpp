@@ -1,5 +1,5 @@
 // Tests what a native alert panel shows for an alert, and the pressed button's index.
-#include "macos/CocoaAlertContent.h"
+#include "CocoaAlertContent.h"
 
 #include <QTest>
 

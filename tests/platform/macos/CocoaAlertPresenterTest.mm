@@ -1,5 +1,5 @@
 // Tests the native alert presenter: it runs the panel modally and answers with the pressed button's index.
-#include "macos/CocoaAlertPresenter.h"
+#include "CocoaAlertPresenter.h"
 
 #include <QApplication>
 #include <QTest>

@@ -1,5 +1,5 @@
 // Tests which get-URL event a launch URL is taken from, and that each event is dispatched once.
-#include "macos/GetURLEventGate.h"
+#include "GetURLEventGate.h"
 
 #include <QTest>
 

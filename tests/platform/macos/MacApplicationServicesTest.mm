@@ -1,7 +1,7 @@
 // Tests the macOS application services with real Apple events sent by the test to itself.
-#include "macos/MacApplicationServices.h"
+#include "MacApplicationServices.h"
 
-#include "VendelSDK/PluginController.h"
+#include <VendelSDK/PluginController.h>
 
 #include <QApplication>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 // Tests the window level of a plugin window on macOS: one above floating windows, and kept there.
-#include "VendelSDK/WindowConfiguration.h"
+#include <VendelSDK/WindowConfiguration.h>
 
 #include <QApplication>
 #include <QTest>

@@ -1,0 +1,33 @@
+// A modal message: what an alert presenter shows and what the user answered.
+#pragma once
+
+#include <VendelSDK/Error.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace VendelSDK {
+
+struct Alert
+{
+    QString messageText;
+    QString informativeText;
+    // Button titles in order; none means the presenter's single default button.
+    QStringList buttons;
+    // The error an alert was made from, for platforms that build error alerts from the error itself.
+    std::optional<Error> error = std::nullopt;
+
+    // The alert made from an error: its description, and its failure reason when there is one.
+    static Alert fromError(const Error& error);
+
+    // Two alerts are the same when they show the same texts and buttons.
+    friend bool operator==(const Alert& left, const Alert& right)
+    {
+        return left.messageText == right.messageText && left.informativeText == right.informativeText &&
+               left.buttons == right.buttons;
+    }
+};
+
+} // namespace VendelSDK

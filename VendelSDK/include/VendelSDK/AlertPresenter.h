@@ -1,0 +1,17 @@
+// The alert seam: shows one modal alert and returns only when it has been dismissed.
+#pragma once
+
+#include <VendelSDK/Alert.h>
+
+namespace VendelSDK {
+
+class AlertPresenter
+{
+public:
+    virtual ~AlertPresenter() = default;
+
+    // Returns the index of the button that dismissed the alert (0 for the default button).
+    virtual int runModal(const Alert& alert) = 0;
+};
+
+} // namespace VendelSDK

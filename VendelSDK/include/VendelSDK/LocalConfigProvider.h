@@ -1,0 +1,82 @@
+// Keeps one action's configuration: read from the host once, written back after saves and at termination.
+#pragma once
+
+#include <VendelSDK/ConfigAlert.h>
+#include <VendelSDK/ConfigCoding.h>
+#include <VendelSDK/ConfigProvider.h>
+#include <VendelSDK/ConfigWriteBack.h>
+#include <VendelSDK/VendelAPI.h>
+#include <VendelSDK/VendelActionConfig.h>
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace VendelSDK {
+
+// A provider outlives its owner until its pending and final writes are done (see ConfigWriteBack).
+template <VendelActionConfig T> class LocalConfigProvider final : public ConfigProvider
+{
+    struct Key
+    {
+        explicit Key() = default;
+    };
+
+public:
+    // Reads the action's configuration from the host. Nothing when the host could not be asked; the
+    // configuration alert has then been shown. Call it on the main thread.
+    static std::shared_ptr<LocalConfigProvider> create(QString identifier, T fallback,
+                                                       std::unique_ptr<VendelAPI> hostAPI = nullptr)
+    {
+        if (!hostAPI) {
+            hostAPI = std::make_unique<VendelAPI>();
+        }
+        auto provider = std::make_shared<LocalConfigProvider>(Key{}, std::move(identifier),
+                                                              std::move(fallback), std::move(hostAPI));
+        const std::optional<QString> text =
+            withErrorAlert([&provider] { return provider->m_api->getConfig(provider->m_actionID); });
+        if (!text) {
+            return nullptr;
+        }
+        provider->config = decodeConfig(*text, provider->m_defaultConfig);
+        provider->m_writeBack.start(
+            provider, [raw = provider.get()] { raw->write(); }, [raw = provider.get()] { raw->writeNow(); });
+        return provider;
+    }
+
+    LocalConfigProvider(Key, QString identifier, T fallback, std::unique_ptr<VendelAPI> hostAPI)
+        : config(fallback), m_actionID(std::move(identifier)), m_defaultConfig(std::move(fallback)),
+          m_api(std::move(hostAPI))
+    {}
+
+    // The current value; assigning it writes nothing until save().
+    T config;
+
+    const QString& actionID() const { return m_actionID; }
+    // The value used when the host's text holds no valid configuration.
+    const T& defaultConfig() const { return m_defaultConfig; }
+    VendelAPI& api() const { return *m_api; }
+    AppTerminationObserver* appTerminationObserver() const { return m_writeBack.appTerminationObserver(); }
+    // Made by the first save().
+    DelayedActionController* writeAction() const { return m_writeBack.writeAction(); }
+
+    // Writes `config` to the host about a second after the last call of a burst; returns at once.
+    void save() { m_writeBack.save(); }
+
+private:
+    // The delayed write reports its failure; the write at termination cannot.
+    void write()
+    {
+        withErrorAlert([this] { writeNow(); });
+    }
+
+    void writeNow() { m_api->setConfig(encodeConfig(config), m_actionID); }
+
+    QString m_actionID;
+    T m_defaultConfig;
+    std::unique_ptr<VendelAPI> m_api;
+    ConfigWriteBack m_writeBack;
+};
+
+} // namespace VendelSDK

@@ -1,0 +1,25 @@
+// Shows alerts on standard error when there is no display to show them on.
+#pragma once
+
+#include <VendelSDK/AlertPresenter.h>
+
+#include <cstdio>
+
+namespace VendelSDK {
+
+class StderrAlertPresenter final : public AlertPresenter
+{
+public:
+    explicit StderrAlertPresenter(std::FILE* stream = stderr) : m_stream(stream) {}
+
+    int runModal(const Alert& alert) override;
+
+    // How many alerts were written; a headless launch that showed one did not do what it was asked.
+    int shownCount() const { return m_shownCount; }
+
+private:
+    std::FILE* m_stream;
+    int m_shownCount = 0;
+};
+
+} // namespace VendelSDK

@@ -1,0 +1,41 @@
+// The one plugin object of a plugin application: its start-up configuration and its controller.
+#pragma once
+
+#include <VendelSDK/Alert.h>
+#include <VendelSDK/PluginController.h>
+
+#include <QObject>
+
+namespace VendelSDK {
+
+// How the plugin behaves when it was started without a launch URL (VendelPlugin::Config).
+struct VendelPluginConfig
+{
+    // Offer installation when started by hand and not installed; also gates the whole start-up check.
+    bool askToInstallPluginIfNotInstalled = false;
+    // When started by hand while installed, tell the user to start it from the host, and quit.
+    bool alertUserThatPluginMustBeRunByVendelAndQuit = false;
+};
+
+class VendelPlugin : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Config = VendelPluginConfig;
+
+    // Starts observing did-finish-launching, so it must be made before launching finishes.
+    explicit VendelPlugin(Config config = {});
+
+    Config config;
+    PluginController actionController;
+
+    // The start-up check: acts only when no launch URL made a handler run.
+    void applicationDidFinishLaunching();
+
+private:
+    void handleLaunchWithoutAction();
+    static Alert mustBeRunAlert();
+};
+
+} // namespace VendelSDK

@@ -1,0 +1,262 @@
+// Tests "Music" as scripts address it: which player the environment picks, and what each command does to it.
+#include "MusicApplication.h"
+#include "MpdTestServer.h"
+#include "TestMprisPlayerProcess.h"
+#include "TellScriptEngine.h"
+
+#include "MusicScriptApplication.h"
+
+#include <QDBusConnection>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace MusicPlugin;
+using namespace VendelSDK;
+using VendelSDK::Testing::MpdTestServer;
+using VendelSDK::Testing::TestMprisPlayerProcess;
+
+namespace {
+
+const QString shuffleOnScript = QStringLiteral("tell application \"Music\" to set shuffle enabled to true");
+const QString shuffleOffScript = QStringLiteral("tell application \"Music\" to set shuffle enabled to false");
+const QString playFocusScript = QStringLiteral("tell application \"Music\" to play playlist \"Focus\"");
+const QString pauseScript = QStringLiteral("tell application \"Music\" to pause");
+
+const QStringList focusSongs{QStringLiteral("01.wav"), QStringLiteral("02.wav"), QStringLiteral("03.wav")};
+
+ScriptErrorRecord notRunning()
+{
+    return {-600, QStringLiteral("Application isn’t running."), QStringLiteral("Application isn’t running.")};
+}
+
+std::unique_ptr<TellScriptEngine> musicEngine()
+{
+    auto engine = std::make_unique<TellScriptEngine>();
+    engine->registerApplication(QStringLiteral("Music"), makePlatformMusicApplication());
+    return engine;
+}
+
+TestMprisPlayerProcess::Options mprisPlayer(const char* name, const char* status = "Stopped")
+{
+    TestMprisPlayerProcess::Options options;
+    options.name = QString::fromLatin1(name);
+    options.playbackStatus = QString::fromLatin1(status);
+    options.playlists = {QStringLiteral("Evening"), QStringLiteral("Focus"), QStringLiteral("Only here")};
+    return options;
+}
+
+} // namespace
+
+class MusicApplicationTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        for (const QString& song : focusSongs) {
+            m_mpd.addSong(song);
+        }
+        m_mpd.addPlaylist(QStringLiteral("Focus"), focusSongs);
+        QVERIFY2(m_mpd.start(), qPrintable(m_mpd.errorString()));
+        QVERIFY2(QDBusConnection::sessionBus().isConnected(), "no session bus");
+    }
+
+    void init()
+    {
+        QVERIFY(m_mpd.reset());
+        qunsetenv("VENDEL_MUSIC");
+        qunsetenv("VENDEL_MUSIC_PLAYER");
+        qunsetenv("MPD_PORT");
+        // Never the machine's own MPD: every test says which one it means.
+        qputenv("MPD_HOST", m_nowhere.filePath(QStringLiteral("no-socket")).toUtf8());
+    }
+
+    void cleanup() { m_mpris.reset(); }
+
+    void dictionaryHoldsShuffleWithABooleanPlayWithANameAndPause()
+    {
+        QCOMPARE(makePlatformMusicApplication()->dictionary(),
+                 (QStringList{QStringLiteral("set shuffle enabled to %b"), QStringLiteral("play playlist %s"),
+                              QStringLiteral("pause")}));
+    }
+
+    void withoutRegistrationThePlatformEngineAnswersMusicAsAnyUnknownApplication()
+    {
+        useMpd();
+        const auto engine = makePlatformScriptEngine();
+        auto unknown = std::get<ScriptErrorRecord>(
+            engine->execute(QStringLiteral("tell application \"Nowhere\" to set shuffle enabled to true")));
+        QCOMPARE(unknown.number, TellScriptEngine::applicationNotFound);
+
+        const QString message = unknown.message->replace(QStringLiteral("Nowhere"), QStringLiteral("Music"));
+        QCOMPARE(engine->execute(shuffleOnScript),
+                 ScriptOutcome(ScriptErrorRecord{TellScriptEngine::applicationNotFound, message, message}));
+        QCOMPARE(m_mpd.status()->random, false);
+    }
+
+    void registeredMusicReachesMpdThroughThePlatformEngine()
+    {
+        useMpd();
+        const auto engine = makePlatformScriptEngine();
+        engine->registerApplication(QStringLiteral("Music"), makePlatformMusicApplication());
+
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(m_mpd.status()->random, true);
+    }
+
+    void commandTextsDriveMpdWhenItCanBeReached()
+    {
+        useMpd();
+        startMpris(mprisPlayer("waiting"));
+        const auto engine = musicEngine();
+
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpd.status()->random, true);
+        QCOMPARE(engine->execute(shuffleOffScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpd.status()->random, false);
+
+        QCOMPARE(engine->execute(playFocusScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpd.status()->state, QStringLiteral("play"));
+        QCOMPARE(m_mpd.status()->queueLength, 3U);
+
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpd.status()->state, QStringLiteral("pause"));
+
+        QCOMPARE(m_mpris->calls(), QStringList());
+    }
+
+    void commandTextsDriveAnMprisPlayerWhenMpdCannotBeReached()
+    {
+        startMpris(mprisPlayer("fallback"));
+        const auto engine = musicEngine();
+
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpris->shuffle(), true);
+        QCOMPARE(engine->execute(playFocusScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Playing"));
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Paused"));
+
+        QCOMPARE(
+            m_mpris->calls(),
+            (QStringList{QStringLiteral("Shuffle=true"), QStringLiteral("GetPlaylists 0 3 UserDefined false"),
+                         QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(1),
+                         QStringLiteral("Pause")}));
+    }
+
+    void aFailureOfAReachableMpdIsTheAnswerAndNoOtherPlayerIsTried()
+    {
+        useMpd();
+        startMpris(mprisPlayer("fallback"));
+
+        const auto outcome =
+            musicEngine()->execute(QStringLiteral("tell application \"Music\" to play playlist "
+                                                  "\"Only here\""));
+
+        QCOMPARE(outcome, ScriptOutcome(ScriptErrorRecord{
+                              -1728, QStringLiteral("Music got an error: Can’t get playlist \"Only here\"."),
+                              QStringLiteral("Can’t get playlist \"Only here\".")}));
+        QCOMPARE(m_mpris->calls(), QStringList());
+    }
+
+    void vendelMusicMprisUsesMprisEvenWhenMpdCanBeReached()
+    {
+        useMpd();
+        qputenv("VENDEL_MUSIC", "mpris");
+        startMpris(mprisPlayer("chosen"));
+
+        QCOMPARE(musicEngine()->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(m_mpris->shuffle(), true);
+        QCOMPARE(m_mpd.status()->random, false);
+    }
+
+    void vendelMusicMpdNeverFallsBackToMpris()
+    {
+        qputenv("VENDEL_MUSIC", "mpd");
+        startMpris(mprisPlayer("ignored"));
+
+        QCOMPARE(musicEngine()->execute(shuffleOnScript), ScriptOutcome(notRunning()));
+
+        QCOMPARE(m_mpris->calls(), QStringList());
+    }
+
+    void vendelMusicMpdUsesMpd()
+    {
+        useMpd();
+        qputenv("VENDEL_MUSIC", "mpd");
+
+        QCOMPARE(musicEngine()->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(m_mpd.status()->random, true);
+    }
+
+    void anUnknownVendelMusicFailsEveryCommandAndTouchesNoPlayer()
+    {
+        useMpd();
+        qputenv("VENDEL_MUSIC", "jukebox");
+        startMpris(mprisPlayer("ignored"));
+        const auto engine = musicEngine();
+
+        const QString brief = QStringLiteral("VENDEL_MUSIC must be “mpd” or “mpris”, not “jukebox”.");
+        const ScriptErrorRecord expected{-2700, QStringLiteral("Music got an error: ") + brief, brief};
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(expected));
+        QCOMPARE(engine->execute(playFocusScript), ScriptOutcome(expected));
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(expected));
+
+        QCOMPARE(m_mpd.status()->random, false);
+        QCOMPARE(m_mpd.status()->queueLength, 0U);
+        QCOMPARE(m_mpris->calls(), QStringList());
+    }
+
+    void withNeitherPlayerReachableEveryCommandFailsWithApplicationNotRunning()
+    {
+        const auto engine = musicEngine();
+
+        QCOMPARE(engine->execute(shuffleOnScript), ScriptOutcome(notRunning()));
+        QCOMPARE(engine->execute(playFocusScript), ScriptOutcome(notRunning()));
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(notRunning()));
+    }
+
+    void vendelMusicPlayerPicksTheMprisPlayer()
+    {
+        qputenv("VENDEL_MUSIC_PLAYER", "picked");
+        TestMprisPlayerProcess playing(mprisPlayer("busy", "Playing"));
+        QVERIFY(playing.start());
+        startMpris(mprisPlayer("picked"));
+
+        QCOMPARE(musicEngine()->execute(shuffleOnScript), ScriptOutcome(ScriptNoResult{}));
+
+        QCOMPARE(m_mpris->calls(), QStringList{QStringLiteral("Shuffle=true")});
+        QCOMPARE(playing.calls(), QStringList());
+    }
+
+    void aPlayerStartedAfterTheEngineIsFound()
+    {
+        const auto engine = musicEngine();
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(notRunning()));
+
+        startMpris(mprisPlayer("late", "Playing"));
+
+        QCOMPARE(engine->execute(pauseScript), ScriptOutcome(ScriptNoResult{}));
+        QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Paused"));
+    }
+
+private:
+    void useMpd() { qputenv("MPD_HOST", m_mpd.socketPath().toUtf8()); }
+
+    void startMpris(TestMprisPlayerProcess::Options options)
+    {
+        m_mpris = std::make_unique<TestMprisPlayerProcess>(std::move(options));
+        QVERIFY(m_mpris->start());
+    }
+
+    MpdTestServer m_mpd;
+    QTemporaryDir m_nowhere;
+    std::unique_ptr<TestMprisPlayerProcess> m_mpris;
+};
+
+QTEST_GUILESS_MAIN(MusicApplicationTest)
+#include "MusicApplicationTest.moc"
