@@ -1,5 +1,6 @@
-// Measures an edit launch of the plugin, from process start to its editor window on screen, next to a bare
-// widget application showing one window. Run it on an X display (Xvfb) inside dbus-run-session.
+// Measures an edit launch, from process start to the editor on screen, next to a bare widget application. Run
+// it on an X display (Xvfb) inside dbus-run-session; VENDEL_BENCH_PEER_PLUGIN=<executable> interleaves
+// another build.
 #include "MpdTestServer.h"
 #include "TestHostProcess.h"
 
@@ -7,6 +8,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 #include <QTest>
 
@@ -108,8 +110,29 @@ bool pluginIsOnTheBus()
     });
 }
 
-// Milliseconds from starting the program to its window on screen; the program is ended afterwards.
-double timeToWindow(MapWatcher& watcher, const QString& program, const QStringList& arguments,
+// The process's peak resident size so far, in kilobytes; 0 when the system cannot say.
+long peakKilobytes(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
+    if (!status.open(QIODevice::ReadOnly)) {
+        return 0;
+    }
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:")) {
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+        }
+    }
+    return 0;
+}
+
+struct Launch
+{
+    double ms = 0;
+    long peakKilobytes = 0;
+};
+
+// From starting the program to its window on screen, and its peak memory by then; it is ended afterwards.
+Launch timeToWindow(MapWatcher& watcher, const QString& program, const QStringList& arguments,
                     const QByteArray& title)
 {
     watcher.drain();
@@ -119,14 +142,35 @@ double timeToWindow(MapWatcher& watcher, const QString& program, const QStringLi
     clock.start();
     process.start(program, arguments);
     const bool shown = watcher.waitForWindow(title, 10000);
-    const double ms = double(clock.nsecsElapsed()) / 1e6;
+    const Launch launch{double(clock.nsecsElapsed()) / 1e6, peakKilobytes(process.processId())};
     process.terminate();
     require(process.waitForFinished(10000), "a program did not end");
     require(shown, "the window did not show");
     // The next launch must not find this one's single-instance name still on the bus.
     require(QTest::qWaitFor([] { return !pluginIsOnTheBus(); }, 5000), "the plugin's bus name stayed");
-    return ms;
+    return launch;
 }
+
+struct Series
+{
+    Series(const char* seriesName, QString path, QStringList programArguments, QByteArray windowTitle)
+        : name(seriesName), program(std::move(path)), arguments(std::move(programArguments)),
+          title(std::move(windowTitle))
+    {}
+
+    const char* name;
+    QString program;
+    QStringList arguments;
+    QByteArray title;
+    std::vector<double> ms;
+    long peakKilobytes = 0;
+
+    void add(const Launch& launch)
+    {
+        ms.push_back(launch.ms);
+        peakKilobytes = std::max(peakKilobytes, launch.peakKilobytes);
+    }
+};
 
 struct Figures
 {
@@ -167,32 +211,47 @@ int main(int argc, char* argv[])
     qunsetenv("QT_QPA_PLATFORM");
 
     MapWatcher watcher;
-    const QString plugin = QStringLiteral(VENDEL_MUSIC_PLUGIN);
-    const QString bare = QStringLiteral(VENDEL_BARE_WIDGET_APPLICATION);
     const QStringList editURL{QStringLiteral("vendelplugin://edit/bench-action")};
     const QByteArray editorTitle("Music Action");
-    const QByteArray bareTitle("Bare Window");
+    std::vector<Series> series{
+        {"plugin: vendelplugin://edit/<id> to editor", QStringLiteral(VENDEL_MUSIC_PLUGIN), editURL,
+         editorTitle},
+        {"bare QApplication showing one widget",
+         QStringLiteral(VENDEL_BARE_WIDGET_APPLICATION),
+         {},
+         QByteArray("Bare Window")},
+    };
+    const QString peer = qEnvironmentVariable("VENDEL_BENCH_PEER_PLUGIN");
+    if (!peer.isEmpty()) {
+        series.push_back({"peer plugin (VENDEL_BENCH_PEER_PLUGIN) to editor", peer, editURL, editorTitle});
+    }
 
     for (int i = 0; i < warmUps; ++i) {
-        timeToWindow(watcher, plugin, editURL, editorTitle);
-        timeToWindow(watcher, bare, {}, bareTitle);
+        for (const Series& entry : series) {
+            timeToWindow(watcher, entry.program, entry.arguments, entry.title);
+        }
     }
-    // Interleaved, so that neither profits from a quieter moment of the machine.
-    std::vector<double> pluginMs;
-    std::vector<double> bareMs;
+    // Interleaved, so that none profits from a quieter moment of the machine.
     for (int i = 0; i < rounds; ++i) {
-        pluginMs.push_back(timeToWindow(watcher, plugin, editURL, editorTitle));
-        bareMs.push_back(timeToWindow(watcher, bare, {}, bareTitle));
+        for (Series& entry : series) {
+            entry.add(timeToWindow(watcher, entry.program, entry.arguments, entry.title));
+        }
     }
 
-    const Figures editor = figuresOf(pluginMs);
-    const Figures yardstick = figuresOf(bareMs);
     std::printf("Process start to window shown, %d runs each (interleaved), this machine:\n", rounds);
-    std::printf("  %-46s %10s %10s %10s\n", "", "median", "min", "max");
-    std::printf("  %-46s %7.1f ms %7.1f ms %7.1f ms\n", "plugin: vendelplugin://edit/<id> to editor",
-                editor.median, editor.min, editor.max);
-    std::printf("  %-46s %7.1f ms %7.1f ms %7.1f ms\n", "bare QApplication showing one widget",
-                yardstick.median, yardstick.min, yardstick.max);
-    std::printf("Ratio of medians: %.2f (goal: 1.3 or less)\n", editor.median / yardstick.median);
+    std::printf("  %-50s %10s %10s %10s %14s\n", "", "median", "min", "max", "peak RSS then");
+    for (const Series& entry : series) {
+        const Figures figures = figuresOf(entry.ms);
+        std::printf("  %-50s %7.1f ms %7.1f ms %7.1f ms %11.1f MB\n", entry.name, figures.median, figures.min,
+                    figures.max, double(entry.peakKilobytes) / 1024.0);
+    }
+    const double bare = figuresOf(series[1].ms).median;
+    std::printf("Ratio of medians, plugin / bare: %.2f (goal: 1.3 or less)\n",
+                figuresOf(series[0].ms).median / bare);
+    if (series.size() > 2) {
+        std::printf("Ratio of medians, peer plugin / bare: %.2f; this plugin / peer plugin: %.3f\n",
+                    figuresOf(series[2].ms).median / bare,
+                    figuresOf(series[0].ms).median / figuresOf(series[2].ms).median);
+    }
     return 0;
 }

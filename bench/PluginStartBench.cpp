@@ -1,6 +1,7 @@
-// Measures a headless run of the plugin from process start to exit, its peak memory and its instruction
-// count, next to the same player commands done by mpc in a shell and a bare Qt core application. Run it
-// inside dbus-run-session.
+// Measures a headless run of the plugin from start to exit, its peak memory and instructions, next to mpc and
+// a bare Qt core application. Run it inside dbus-run-session. VENDEL_BENCH_PEER_PLUGIN=<executable>
+// interleaves another build of the plugin (an older one, say) with this one, so that the two are compared in
+// one run.
 #include "MpdTestServer.h"
 #include "TestHostProcess.h"
 
@@ -206,15 +207,18 @@ private:
 
 struct Series
 {
-    Series(const char* seriesName, std::vector<std::string> programArguments)
-        : name(seriesName), arguments(std::move(programArguments))
+    Series(std::string seriesName, std::vector<std::string> programArguments, bool isPlugin = false)
+        : name(std::move(seriesName)), arguments(std::move(programArguments)), plugin(isPlugin)
     {}
 
-    const char* name;
+    std::string name;
     std::vector<std::string> arguments;
+    // A plugin's runs must leave MPD playing; the others are yardsticks.
+    bool plugin = false;
     std::vector<double> milliseconds;
     long peakKilobytes = 0;
     int failures = 0;
+    bool playing = true;
 };
 
 double percentile(std::vector<double> values, double fraction)
@@ -241,16 +245,16 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& additio
 
 // Callgrind's count of the instructions of one run, all threads included; nothing when it cannot say.
 std::optional<long long> instructionCount(Launcher& launcher, const std::vector<std::string>& arguments,
-                                          const std::vector<std::string>& environment)
+                                          const std::vector<std::string>& environment, const QString& suffix)
 {
     const QString valgrind = QStandardPaths::findExecutable(QStringLiteral("valgrind"));
     QTemporaryDir folder;
     if (valgrind.isEmpty() || !folder.isValid()) {
         return std::nullopt;
     }
-    // VENDEL_CALLGRIND_OUT keeps the profile for callgrind_annotate.
+    // VENDEL_CALLGRIND_OUT keeps the profile for callgrind_annotate; the peer's gets ".peer" appended.
     const QString kept = qEnvironmentVariable("VENDEL_CALLGRIND_OUT");
-    const QString output = kept.isEmpty() ? folder.filePath(QStringLiteral("callgrind.out")) : kept;
+    const QString output = kept.isEmpty() ? folder.filePath(QStringLiteral("callgrind.out")) : kept + suffix;
     std::vector<std::string> command{valgrind.toStdString(), "--tool=callgrind", "--quiet",
                                      "--callgrind-out-file=" + output.toStdString()};
     command.insert(command.end(), arguments.begin(), arguments.end());
@@ -307,15 +311,21 @@ int main(int argc, char* argv[])
     const std::string mpdHost = mpd.socketPath().toStdString();
     const auto environment = environmentWith({"MPD_HOST=" + mpdHost, "VENDEL_MUSIC=mpd", "LC_ALL=C.UTF-8"});
     std::vector<Series> series{
-        {"plugin run (host read + write, 5 MPD commands)", {VENDEL_MUSIC_PLUGIN, "vendelplugin://run/Bench"}},
+        {"plugin run (host read + write, 5 MPD commands)",
+         {VENDEL_MUSIC_PLUGIN, "vendelplugin://run/Bench"},
+         true},
         {"mpc random/clear/load/play in sh (4 processes)",
          {"/bin/sh", "-c",
           mpc.toStdString() + " -q random on && " + mpc.toStdString() + " -q clear && " + mpc.toStdString() +
               " -q load Focus && " + mpc.toStdString() + " -q play"}},
         {"bare QCoreApplication start and exit", {VENDEL_BARE_CORE_APPLICATION}},
     };
+    const std::string peer = qEnvironmentVariable("VENDEL_BENCH_PEER_PLUGIN").toStdString();
+    if (!peer.empty()) {
+        series.emplace_back("peer plugin run (VENDEL_BENCH_PEER_PLUGIN)",
+                            std::vector<std::string>{peer, "vendelplugin://run/Bench"}, true);
+    }
 
-    bool playing = false;
     // Rounds interleave the programs, so that a slow moment of the machine hits all of them alike.
     for (int round = 0; round < rounds + 3; ++round) {
         for (Series& entry : series) {
@@ -327,9 +337,10 @@ int main(int argc, char* argv[])
             if (sample.status != 0) {
                 ++entry.failures;
             }
-            if (&entry == &series.front()) {
+            if (entry.plugin) {
                 const auto status = mpd.status();
-                playing = status && status->state == QStringLiteral("play") && status->random;
+                entry.playing =
+                    entry.playing && status && status->state == QStringLiteral("play") && status->random;
             }
             entry.milliseconds.push_back(sample.milliseconds);
             entry.peakKilobytes = std::max(entry.peakKilobytes, sample.peakKilobytes);
@@ -339,24 +350,37 @@ int main(int argc, char* argv[])
     std::printf("Headless start to exit, %d runs each (interleaved), this machine:\n", rounds);
     std::printf("  %-50s %9s %9s %9s %12s %8s\n", "", "median", "p90", "min", "peak RSS", "failed");
     for (const Series& entry : series) {
-        std::printf("  %-50s %6.2f ms %6.2f ms %6.2f ms %9.1f MB %8d\n", entry.name,
+        std::printf("  %-50s %6.2f ms %6.2f ms %6.2f ms %9.1f MB %8d\n", entry.name.c_str(),
                     percentile(entry.milliseconds, 0.5), percentile(entry.milliseconds, 0.9),
                     percentile(entry.milliseconds, 0.0), double(entry.peakKilobytes) / 1024.0,
                     entry.failures);
     }
-    const double plugin = percentile(series[0].milliseconds, 0.5);
-    std::printf("Ratios of medians: plugin / mpc sequence = %.2f, plugin / bare QCoreApplication = %.2f\n",
-                plugin / percentile(series[1].milliseconds, 0.5),
-                plugin / percentile(series[2].milliseconds, 0.5));
-    mpd.reset();
-    const auto instructions = instructionCount(launcher, series[0].arguments, environment);
-    if (instructions) {
-        std::printf("Instructions of one plugin run (callgrind, all threads): %.2f M\n",
-                    double(*instructions) / 1e6);
-    } else {
-        std::printf("Instructions of one plugin run: not measured (valgrind is missing or the run failed)\n");
+    bool allPlayed = true;
+    for (const Series& entry : series) {
+        if (!entry.plugin) {
+            continue;
+        }
+        const double plugin = percentile(entry.milliseconds, 0.5);
+        std::printf("%s:\n  ratios of medians: / mpc sequence = %.2f, / bare QCoreApplication = %.2f\n",
+                    entry.name.c_str(), plugin / percentile(series[1].milliseconds, 0.5),
+                    plugin / percentile(series[2].milliseconds, 0.5));
+        mpd.reset();
+        const auto instructions =
+            instructionCount(launcher, entry.arguments, environment,
+                             &entry == &series.front() ? QString() : QStringLiteral(".peer"));
+        if (instructions) {
+            std::printf("  instructions of one run (callgrind, all threads): %.2f M\n",
+                        double(*instructions) / 1e6);
+        } else {
+            std::printf("  instructions of one run: not measured (valgrind is missing or the run failed)\n");
+        }
+        std::printf("  MPD after each run: %s\n",
+                    entry.playing ? "playing Focus with random on" : "NOT as expected");
+        allPlayed = allPlayed && entry.failures == 0 && entry.playing;
     }
-    std::printf("MPD after the plugin's last run: %s\n",
-                playing ? "playing Focus with random on" : "NOT as expected");
-    return series[0].failures == 0 && playing ? 0 : 1;
+    if (series.size() > 3) {
+        std::printf("This plugin / peer plugin, medians: %.3f\n",
+                    percentile(series[0].milliseconds, 0.5) / percentile(series[3].milliseconds, 0.5));
+    }
+    return allPlayed ? 0 : 1;
 }
