@@ -42,12 +42,9 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv, QStr
 {
     QString path = environment("VENDEL_UI_MODULE");
     if (path.isEmpty()) {
-        // Next to the executable in a build tree; in its private library folder once installed.
+        // In the private library folder beside the executable's folder, installed as in the build tree.
         const auto folder = executableFolder(argc > 0 ? argv[0] : nullptr);
-        auto candidate = folder / VENDEL_UI_MODULE_FILE;
-        if (!std::filesystem::exists(candidate)) {
-            candidate = folder.parent_path() / VENDEL_UI_MODULE_INSTALL_DIR / VENDEL_UI_MODULE_FILE;
-        }
+        const auto candidate = folder.parent_path() / VENDEL_UI_MODULE_INSTALL_DIR / VENDEL_UI_MODULE_FILE;
         path = QString::fromStdString(candidate.string());
     }
     // The module stays loaded for the rest of the process: its code runs until the end.

@@ -17,7 +17,7 @@ using EntryPoint = QCoreApplication* (*)(int& argc, char** argv);
 // Whether the session has a display to open windows on.
 bool displayAvailable();
 
-// Loads the module next to the executable (or the one VENDEL_UI_MODULE names) and makes the windowed
+// Loads the module from the private library folder (or the one VENDEL_UI_MODULE names) and makes the windowed
 // application; null, with the reason in `error`, when the module cannot be loaded.
 std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv, QString& error);
 
