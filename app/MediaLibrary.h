@@ -44,7 +44,7 @@ public:
 
 // The library of the platform this build targets; CMake picks the implementation. On Linux it is the
 // playlists of the player that "Music" stands for (MPD, else an MPRIS player; see
-// platform/linux/MusicApplication.h); MPD keeps no order, so its names come sorted.
+// app/platform/linux/MusicApplication.h); MPD keeps no order, so its names come sorted.
 std::unique_ptr<MediaLibrary> makePlatformMediaLibrary();
 
 } // namespace MusicPlugin

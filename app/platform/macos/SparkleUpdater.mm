@@ -23,7 +23,7 @@ public:
                                                                   userDriverDelegate:nil];
         if (m_controller == nil) {
             VendelSDK::fatalError(QStringLiteral("The software updater could not be made."),
-                                  "platform/macos/SparkleUpdater", __LINE__);
+                                  "app/platform/macos/SparkleUpdater", __LINE__);
         }
         NSError* error = nil;
         if (![m_controller.updater startUpdater:&error]) {
@@ -31,7 +31,7 @@ public:
                                        ? frameworkError(toFrameworkErrorFacts(error)).localizedDescription()
                                        : QString();
             VendelSDK::fatalError(QStringLiteral("The software updater could not be started: ") + reason,
-                                  "platform/macos/SparkleUpdater", __LINE__);
+                                  "app/platform/macos/SparkleUpdater", __LINE__);
         }
     }
 
