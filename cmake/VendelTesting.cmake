@@ -11,8 +11,11 @@ function(vendel_add_test class)
     target_link_libraries(${target} PRIVATE Qt6::Test vendel_test_support vendel_warnings ${arg_LIBS})
     # A test executable is no application bundle and has no update feed to start the macOS updater with;
     # linked in first, the updater that checks nothing (Linux's) keeps the platform's out of the test.
+    # Its one header is the application's, whose folder only this source is given.
     if(APPLE)
-        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/app/platform/common/PackageManagerUpdater.cpp)
+        set(updater ${PROJECT_SOURCE_DIR}/app/platform/common/PackageManagerUpdater.cpp)
+        target_sources(${target} PRIVATE ${updater})
+        set_source_files_properties(${updater} PROPERTIES INCLUDE_DIRECTORIES ${PROJECT_SOURCE_DIR}/app)
     endif()
     if(arg_DBUS)
         find_program(DBUS_RUN_SESSION dbus-run-session REQUIRED)
