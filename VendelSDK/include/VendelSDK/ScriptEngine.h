@@ -52,9 +52,10 @@ public:
     virtual ScriptOutcome execute(const QString& source) = 0;
 
     // Makes `application` the one that scripts addressed to `name` reach, in place of any registered
-    // before; a null application makes the name unknown again. Where the system itself finds every
-    // application by name, as AppleScript does, the engine has no use for it and drops it: a plugin
-    // registers the applications its scripts address on every platform, with no test of its own.
+    // before; a null application makes the name unknown again. The engine of Linux knows the host, "Vendel",
+    // from the start, and nothing else until a plugin registers it. Where the system itself finds every
+    // application by name, as AppleScript does, the engine has no use for it and drops it, so a plugin
+    // registers the applications its scripts address on every platform without asking which one it is on.
     virtual void registerApplication(const QString& name, std::unique_ptr<ScriptApplication> application)
     {
         Q_UNUSED(name);
