@@ -2,29 +2,86 @@
 // speaks English, as that page does: it answers before the application object and its catalogues exist.
 #include "CommandLine.h"
 
+#include <QOperatingSystemVersion>
+
+#include <array>
+
 namespace MusicPlugin {
 
 namespace {
 
-bool isSystemArgumentWithValue(const QString& argument)
+// The options that Qt's application objects document (QCoreApplication, QGuiApplication with its X11
+// additions, QApplication); Qt reads each with one dash or two. The application object consumes them, so
+// the plugin only has to step over them and their values.
+struct QtOption
 {
-    return argument.startsWith(u"-NS") || argument.startsWith(u"-Apple");
+    const char16_t* name;
+    bool takesValue;
+};
+
+constexpr std::array qtOptions{
+    QtOption{u"platform", true},      QtOption{u"platformpluginpath", true},
+    QtOption{u"platformtheme", true}, QtOption{u"plugin", true},
+    QtOption{u"qmljsdebugger", true}, QtOption{u"qwindowgeometry", true},
+    QtOption{u"qwindowicon", true},   QtOption{u"qwindowtitle", true},
+    QtOption{u"reverse", false},      QtOption{u"session", true},
+    QtOption{u"display", true},       QtOption{u"geometry", true},
+    QtOption{u"style", true},         QtOption{u"stylesheet", true},
+    QtOption{u"widgetcount", false},
+};
+
+enum class SystemArgument
+{
+    none,
+    alone,
+    withValue,
+};
+
+// Whether Qt or the system consumes `argument`, and whether the next argument is its value.
+SystemArgument systemArgument(const QString& argument, CommandLine::Conventions conventions)
+{
+    QStringView name(argument);
+    name = name.mid(name.startsWith(u"--") ? 2 : 1);
+    const qsizetype equals = name.indexOf(u'=');
+    const bool valueAttached = equals >= 0;
+    if (valueAttached) {
+        name = name.left(equals);
+    }
+    // Qt reads its options first, whatever the platform: "-reverse" stands alone on macOS too.
+    for (const QtOption& option : qtOptions) {
+        if (name == QStringView(option.name)) {
+            if (valueAttached) {
+                return option.takesValue ? SystemArgument::alone : SystemArgument::none;
+            }
+            return option.takesValue ? SystemArgument::withValue : SystemArgument::alone;
+        }
+    }
+    if (conventions == CommandLine::Conventions::qtAndMacOS) {
+        // The process serial number the system passes to an application it started.
+        if (argument.startsWith(u"-psn_")) {
+            return SystemArgument::alone;
+        }
+        // "-Key value" sets the user default Key for this run, whatever the key.
+        if (argument.size() > 1 && argument.at(1).isLetter()) {
+            return SystemArgument::withValue;
+        }
+    }
+    return SystemArgument::none;
 }
 
 } // namespace
 
 CommandLine CommandLine::parse(const QStringList& arguments)
 {
+    const bool macOS = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::MacOS;
+    return parse(arguments, macOS ? Conventions::qtAndMacOS : Conventions::qtOnly);
+}
+
+CommandLine CommandLine::parse(const QStringList& arguments, Conventions conventions)
+{
     CommandLine line;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString& argument = arguments.at(i);
-        if (argument.startsWith(u"-psn_")) {
-            continue;
-        }
-        if (isSystemArgumentWithValue(argument)) {
-            ++i;
-            continue;
-        }
         if (argument == u"--help" || argument == u"-h") {
             line.request = Request::help;
             return line;
@@ -34,6 +91,20 @@ CommandLine CommandLine::parse(const QStringList& arguments)
             return line;
         }
         if (argument.startsWith(u'-')) {
+            switch (systemArgument(argument, conventions)) {
+            case SystemArgument::alone:
+                continue;
+            case SystemArgument::withValue:
+                if (i + 1 == arguments.size()) {
+                    line.request = Request::usageError;
+                    line.error = QStringLiteral("option “%1” needs a value").arg(argument);
+                    return line;
+                }
+                ++i;
+                continue;
+            case SystemArgument::none:
+                break;
+            }
             line.request = Request::usageError;
             line.error = QStringLiteral("unknown option “%1”").arg(argument);
             return line;
@@ -72,6 +143,9 @@ QString CommandLine::help(const QString& program)
                "Options:\n"
                "  -h, --help     show this help and exit\n"
                "      --version  show the version and exit\n"
+               "\n"
+               "Qt's standard options, such as -platform <name>, -style <style> and -reverse, are\n"
+               "passed to Qt; on macOS, so are the system's own arguments.\n"
                "\n"
                "Environment:\n"
                "  VENDEL_MUSIC         \"mpd\" or \"mpris\": which player \"Music\" is (default: MPD when\n"

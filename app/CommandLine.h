@@ -25,9 +25,20 @@ public:
     std::optional<QString> url;
     QString error;
 
+    // Which arguments the system around the plugin may add to its own: Qt's application object reads its
+    // documented options on every platform; macOS also passes "-psn_…", and reads any "-Key value" pair as
+    // a user default for the application.
+    enum class Conventions
+    {
+        qtOnly,
+        qtAndMacOS,
+    };
+
     // Reads the arguments after the program name. A launch URL never starts with "-", so an argument that
-    // does is an option. The arguments macOS adds itself ("-psn_…", and "-NS…" or "-Apple…" with a value)
-    // are passed over.
+    // does is an option: one of ours, one that the system consumes (passed over, with its value), or a
+    // mistake.
+    static CommandLine parse(const QStringList& arguments, Conventions conventions);
+    // The same with the conventions of the platform the plugin runs on.
     static CommandLine parse(const QStringList& arguments);
 
     static QString usage(const QString& program);

@@ -587,6 +587,21 @@ private Q_SLOTS:
         QVERIFY(methods().isEmpty());
     }
 
+    void qtOptionsAroundTheLaunchUrlAreLeftToQt()
+    {
+        const QString record = QStringLiteral("{\"action\":0,\"name\":\"Focus\",\"shouldShuffle\":false}");
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), record});
+        const Launch result =
+            launch({QStringLiteral("-platform"), QStringLiteral("offscreen"), QStringLiteral("-reverse"),
+                    QStringLiteral("vendelplugin://run/Q1"), QStringLiteral("-style=fusion")},
+                   environment(true));
+        QCOMPARE(result.standardError, QString());
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("play"));
+        QCOMPARE(TestHostProcess::calls().value(0),
+                 (QStringList{QStringLiteral("GetConfig"), QStringLiteral("Q1")}));
+    }
+
     void unknownOptionIsAUsageErrorNotAnAlert()
     {
         const Launch result = launch({QStringLiteral("--frobnicate")}, environment(true));
