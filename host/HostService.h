@@ -2,16 +2,13 @@
 #pragma once
 
 #include "HostStorage.h"
+#include "WriterThread.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QHash>
 #include <QObject>
-#include <QThread>
-
-#include <functional>
-#include <memory>
 
 namespace VendelHost {
 
@@ -28,11 +25,15 @@ public:
     static constexpr auto installError = "org.vendel.Host1.Error.InstallFailed";
     static constexpr auto invalidConfigError = "org.vendel.Host1.Error.InvalidConfig";
     static constexpr auto invalidArgumentError = "org.freedesktop.DBus.Error.InvalidArgs";
+    static constexpr auto failedError = "org.freedesktop.DBus.Error.Failed";
 
     // Reads are answered from this storage on the bus thread; writes go to a connection of their own on
     // the writer thread.
     explicit HostService(HostStorage& storage, QObject* parent = nullptr);
     ~HostService() override;
+
+    // The reply to a call: the job's values, or its failure as an error that says what went wrong.
+    static QDBusMessage replyTo(const QDBusMessage& call, const WriterThread::Outcome& outcome);
 
     // Exports the object, then claims the name, so a client that sees the name can call at once. Throws
     // HostError when the bus refuses, or another process already serves the name.
@@ -55,20 +56,15 @@ private:
         Read,
         Write,
     };
-    using Job = std::function<QVariantList(HostStorage&)>;
+    using Job = WriterThread::Job;
 
     // Answers the current call with what the job returns. A read runs at once, unless the same client
     // still has a write queued, which it must see; a write is queued for the writer thread.
     void perform(Work work, const Job& job);
     void refuse(const char* errorName, const QString& message);
-    HostStorage& writerStorage();
 
     HostStorage& m_storage;
-    QString m_dataDirectory;
-    QThread m_writerThread;
-    std::unique_ptr<QObject> m_writer;
-    // Used on the writer thread only, where its connection was made.
-    std::unique_ptr<HostStorage> m_writerStorage;
+    WriterThread m_writer;
     // How many calls of each client, by unique bus name, are queued on the writer thread.
     QHash<QString, int> m_queued;
 };

@@ -1,6 +1,8 @@
 // Tests the served host over a private session bus: each method, installs by bus credentials, concurrent
 // writers, durability across kill -9, the plugin's own client, and activation on demand.
+#include "HostService.h"
 #include "DatabaseLock.h"
+#include "HostError.h"
 #include "HostInput.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
@@ -25,6 +27,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <stdexcept>
 #include <sys/prctl.h>
 
 using namespace VendelHost;
@@ -252,6 +255,42 @@ private Q_SLOTS:
         lock.release();
         QTRY_VERIFY2(HostProcess::isHostOnBus(), qPrintable(output + m_host->serverOutput()));
         QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"))), first + QStringLiteral("/plugins"));
+    }
+
+    void anyFailureOfAJobIsAnsweredAsAnError_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("storage") << 0 << QStringLiteral("org.vendel.Host1.Error.StorageFailed")
+                                 << QStringLiteral("locked");
+        QTest::newRow("standard exception") << 1 << QStringLiteral("org.freedesktop.DBus.Error.Failed")
+                                            << QStringLiteral("The host failed: bad");
+        QTest::newRow("anything else") << 2 << QStringLiteral("org.freedesktop.DBus.Error.Failed")
+                                       << QStringLiteral("The host failed for an unknown reason.");
+    }
+
+    void anyFailureOfAJobIsAnsweredAsAnError()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        HostStorage storage(m_directory->filePath(QStringLiteral("other")));
+        const auto outcome = WriterThread::run(
+            [kind](HostStorage&) -> QVariantList {
+                if (kind == 0) {
+                    throw HostError(QStringLiteral("locked"));
+                }
+                if (kind == 1) {
+                    throw std::runtime_error("bad");
+                }
+                throw 1;
+            },
+            [&storage]() -> HostStorage& { return storage; });
+        const QDBusMessage reply = HostService::replyTo(methodCall(QStringLiteral("SetConfig"), {}), outcome);
+        QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(reply.errorName(), name);
+        QCOMPARE(reply.errorMessage(), message);
     }
 
     void thePluginFolderIsInTheDataFolder()
