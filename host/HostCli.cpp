@@ -1,6 +1,7 @@
 // Each command opens the database only when it needs it, and turns every failure into one line on stderr.
 #include "HostCli.h"
 
+#include "CommandArguments.h"
 #include "CommandUrlHandler.h"
 #include "HostError.h"
 #include "HostInput.h"
@@ -50,6 +51,28 @@ QString visible(const QString& text)
     return shown;
 }
 
+// A command line that does not fit its command's shape: said on stderr with the shape, status 2.
+struct UsageError
+{
+    QString message;
+};
+
+// The command's arguments, checked against its shape: its options and how many operands it takes.
+CommandArguments parse(const QStringList& arguments, const QString& shape, qsizetype operands,
+                       const QStringList& flags = {}, const QStringList& valuedOptions = {})
+{
+    const QString usageLine = QStringLiteral("usage: vendel-host %1").arg(shape);
+    try {
+        CommandArguments parsed(arguments, flags, valuedOptions);
+        if (parsed.operands().size() != operands) {
+            throw UsageError{usageLine};
+        }
+        return parsed;
+    } catch (const CommandArguments::Error& error) {
+        throw UsageError{error.message + u'\n' + usageLine};
+    }
+}
+
 } // namespace
 
 QString HostCli::usage()
@@ -95,6 +118,9 @@ int HostCli::run(const QStringList& arguments)
         const int status = dispatch(arguments);
         m_out.flush();
         return status;
+    } catch (const UsageError& error) {
+        m_out.flush();
+        return usageFailure(error.message);
     } catch (const HostError& error) {
         m_out.flush();
         m_err << "vendel-host: " << error.message() << Qt::endl;
@@ -131,13 +157,6 @@ int HostCli::dispatch(const QStringList& arguments)
     }
     const QString command = arguments.constFirst();
     const QStringList rest = arguments.mid(1);
-    const auto expect = [&](qsizetype count, const QString& shape) -> bool {
-        if (rest.size() == count) {
-            return true;
-        }
-        usageFailure(QStringLiteral("usage: vendel-host %1").arg(shape));
-        return false;
-    };
 
     if (command == u"--help" || command == u"-h" || command == u"help") {
         m_out << usage();
@@ -149,7 +168,7 @@ int HostCli::dispatch(const QStringList& arguments)
         return success;
     }
     if (command == u"action") {
-        return newAction(rest);
+        return action(rest);
     }
     if (command == u"config") {
         return config(rest);
@@ -158,14 +177,13 @@ int HostCli::dispatch(const QStringList& arguments)
         return listActions(rest);
     }
     if (command == u"run") {
-        return expect(1, QStringLiteral("run <id>")) ? runAction(rest.constFirst()) : usageError;
+        return runAction(parse(rest, QStringLiteral("run <id>"), 1).operands().constFirst());
     }
     if (command == u"edit") {
-        return expect(1, QStringLiteral("edit <id>")) ? editAction(rest.constFirst()) : usageError;
+        return editAction(parse(rest, QStringLiteral("edit <id>"), 1).operands().constFirst());
     }
     if (command == u"configure") {
-        return expect(1, QStringLiteral("configure <plugin>")) ? configurePlugin(rest.constFirst())
-                                                               : usageError;
+        return configurePlugin(parse(rest, QStringLiteral("configure <plugin>"), 1).operands().constFirst());
     }
     if (command == u"plugins") {
         return listPlugins(rest);
@@ -174,11 +192,11 @@ int HostCli::dispatch(const QStringList& arguments)
         return listResources(rest);
     }
     if (command == u"open") {
-        return expect(1, QStringLiteral("open <vendel-url>")) ? openCommandUrl(rest.constFirst())
-                                                              : usageError;
+        return openCommandUrl(parse(rest, QStringLiteral("open <vendel-url>"), 1).operands().constFirst());
     }
     if (command == u"serve") {
-        return expect(0, QStringLiteral("serve")) ? serve() : usageError;
+        parse(rest, QStringLiteral("serve"), 0);
+        return serve();
     }
     return usageFailure(QStringLiteral("unknown command \"%1\".").arg(command));
 }
@@ -215,24 +233,22 @@ HostStorage::Plugin HostCli::installedPlugin(const QString& name)
     return *plugin;
 }
 
-int HostCli::newAction(const QStringList& arguments)
+int HostCli::action(const QStringList& arguments)
 {
-    const QString shape = QStringLiteral("usage: vendel-host action new <plugin> [--no-edit]");
-    if (arguments.isEmpty() || arguments.constFirst() != u"new") {
-        return usageFailure(shape);
+    const QString subcommand = arguments.value(0);
+    if (subcommand == u"new") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("action new <plugin> [--no-edit]"), 1,
+                                  {QStringLiteral("--no-edit")});
+        storage(HostStorage::Access::ReadWrite);
+        const HostStorage::Plugin plugin = installedPlugin(parsed.operands().constFirst());
+        const QString id = storage().createAction(plugin.name);
+        m_out << id << Qt::endl;
+        if (!parsed.has(QStringLiteral("--no-edit"))) {
+            PluginLauncher::startDetached(plugin.path, PluginLauncher::editUrl(id));
+        }
+        return success;
     }
-    const bool noEdit = arguments.size() == 3 && arguments.at(2) == u"--no-edit";
-    if (arguments.size() < 2 || (arguments.size() == 3 && !noEdit) || arguments.size() > 3) {
-        return usageFailure(shape);
-    }
-    storage(HostStorage::Access::ReadWrite);
-    const HostStorage::Plugin plugin = installedPlugin(arguments.at(1));
-    const QString id = storage().createAction(plugin.name);
-    m_out << id << Qt::endl;
-    if (!noEdit) {
-        PluginLauncher::startDetached(plugin.path, PluginLauncher::editUrl(id));
-    }
-    return success;
+    throw UsageError{QStringLiteral("usage: vendel-host action new <plugin> [--no-edit]")};
 }
 
 int HostCli::listActions(const QStringList& arguments)
@@ -270,12 +286,16 @@ int HostCli::configurePlugin(const QString& name)
 
 int HostCli::config(const QStringList& arguments)
 {
-    if (arguments.size() == 2 && arguments.constFirst() == u"get") {
-        m_out << existingAction(arguments.at(1)).config << Qt::endl;
+    const QString subcommand = arguments.value(0);
+    if (subcommand == u"get") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("config get <id>"), 1);
+        m_out << existingAction(parsed.operands().constFirst()).config << Qt::endl;
         return success;
     }
-    if (arguments.size() == 3 && arguments.constFirst() == u"set") {
-        const QString& json = arguments.at(2);
+    if (subcommand == u"set") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("config set <id> <json>"), 2);
+        const QString& id = parsed.operands().at(0);
+        const QString& json = parsed.operands().at(1);
         // An empty text from a person is more likely an unset shell variable than a wish to clear.
         const auto problem = json.isEmpty() ? std::optional<QString>(QStringLiteral(
                                                   "the configuration is not a valid JSON object or array: "
@@ -285,12 +305,12 @@ int HostCli::config(const QStringList& arguments)
             return usageFailure(*problem);
         }
         storage(HostStorage::Access::ReadWrite);
-        existingAction(arguments.at(1));
+        existingAction(id);
         // The text is kept as given, not re-encoded, so the plugin reads back exactly what was set.
-        storage().setConfig(arguments.at(1), json);
+        storage().setConfig(id, json);
         return success;
     }
-    return usageFailure(QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>"));
+    throw UsageError{QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>")};
 }
 
 int HostCli::listPlugins(const QStringList& arguments)
@@ -321,10 +341,9 @@ int HostCli::listResources(const QStringList& arguments)
 int HostCli::list(const QStringList& arguments, const QString& command, const QStringList& keys,
                   const std::function<QList<QStringList>(HostStorage&)>& rows)
 {
-    const bool json = arguments == QStringList{QStringLiteral("--json")};
-    if (!arguments.isEmpty() && !json) {
-        return usageFailure(QStringLiteral("usage: vendel-host %1 [--json]").arg(command));
-    }
+    const bool json =
+        parse(arguments, QStringLiteral("%1 [--json]").arg(command), 0, {QStringLiteral("--json")})
+            .has(QStringLiteral("--json"));
     const QList<QStringList> table = rows(storage());
     if (json) {
         QJsonArray array;

@@ -32,7 +32,7 @@ public:
 
 private:
     int dispatch(const QStringList& arguments);
-    int newAction(const QStringList& arguments);
+    int action(const QStringList& arguments);
     int listActions(const QStringList& arguments);
     int runAction(const QString& id);
     int editAction(const QString& id);

@@ -107,6 +107,15 @@ private Q_SLOTS:
         row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
             "usage: vendel-host serve");
         row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
+        row("unknown option of run", {QStringLiteral("run"), QStringLiteral("--now"), QStringLiteral("x")},
+            "unknown option \"--now\"");
+        row("unknown option of config get",
+            {QStringLiteral("config"), QStringLiteral("get"), QStringLiteral("-x"), QStringLiteral("x")},
+            "unknown option \"-x\"");
+        row("an option twice",
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"),
+             QStringLiteral("--no-edit"), QStringLiteral("--no-edit")},
+            "the option --no-edit is given twice");
     }
 
     void wrongCommandLinesAreUsageErrors()
@@ -127,6 +136,44 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 1);
         QVERIFY2(result.err.contains(QStringLiteral("There is no plugin \"nope\"")), qPrintable(result.err));
         QVERIFY(storage().actions().isEmpty());
+    }
+
+    void anOperandAfterTheEndOfOptionsIsNamedAsItIs_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("action new") << QStringList{QStringLiteral("action"), QStringLiteral("new"),
+                                                   QStringLiteral("--"), QStringLiteral("--no-edit")}
+                                    << QStringLiteral("There is no plugin \"--no-edit\"");
+        QTest::newRow("run") << QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("-x")}
+                             << QStringLiteral("There is no action \"-x\"");
+        QTest::newRow("config get") << QStringList{QStringLiteral("config"), QStringLiteral("get"),
+                                                   QStringLiteral("--"), QStringLiteral("--json")}
+                                    << QStringLiteral("There is no action \"--json\"");
+        QTest::newRow("configure") << QStringList{QStringLiteral("configure"), QStringLiteral("--"),
+                                                  QStringLiteral("--help")}
+                                   << QStringLiteral("There is no plugin \"--help\"");
+    }
+
+    void anOperandAfterTheEndOfOptionsIsNamedAsItIs()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expected);
+        installStub(stub);
+        const auto result = m_host->run(arguments);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(expected), qPrintable(result.err));
+        QVERIFY(storage().actions().isEmpty());
+        QVERIFY(record().isEmpty());
+    }
+
+    void optionsMayComeBeforeTheOperands()
+    {
+        installStub(m_directory->filePath(QStringLiteral("gone")));
+        const auto result = m_host->run(
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("--no-edit"), stubName});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+        QCOMPARE(storage().actions().size(), 1);
     }
 
     void aNewActionIsPrintedAndOpenedInItsEditor()
