@@ -26,31 +26,6 @@ namespace {
 constexpr auto runTimeout = 60s;
 constexpr auto busCheckInterval = 1s;
 
-// A cell as a person may read it, and a script split it: no control character, line or column separator
-// comes through as itself. Backslashes stay as they are, so a JSON text reads as written.
-QString visible(const QString& text)
-{
-    QString shown;
-    shown.reserve(text.size());
-    for (const QChar character : text) {
-        const char16_t code = character.unicode();
-        if (code == u'\t') {
-            shown += QStringLiteral("\\t");
-        } else if (code == u'\n') {
-            shown += QStringLiteral("\\n");
-        } else if (code == u'\r') {
-            shown += QStringLiteral("\\r");
-        } else if (code < 0x20 || code == 0x7f) {
-            shown += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
-        } else if ((code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029) {
-            shown += QStringLiteral("\\u%1").arg(int(code), 4, 16, QLatin1Char('0'));
-        } else {
-            shown += character;
-        }
-    }
-    return shown;
-}
-
 // A command line that does not fit its command's shape: said on stderr with the shape, status 2.
 struct UsageError
 {
@@ -360,7 +335,7 @@ int HostCli::list(const QStringList& arguments, const QString& command, const QS
     for (const QStringList& row : table) {
         QStringList cells;
         for (const QString& cell : row) {
-            cells.append(visible(cell));
+            cells.append(HostInput::escaped(cell));
         }
         m_out << cells.join(u'\t') << '\n';
     }
@@ -371,7 +346,7 @@ int HostCli::openCommandUrl(const QString& url)
 {
     const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
-        m_out << visible(line) << '\n';
+        m_out << HostInput::escaped(line) << '\n';
     }
     return success;
 }

@@ -34,4 +34,27 @@ bool HostInput::isBundleIdentifier(const QString& text)
     return text.size() <= maxBundleIdentifierLength && reverseDns.match(text).hasMatch();
 }
 
+QString HostInput::escaped(const QString& text)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar character : text) {
+        const char16_t code = character.unicode();
+        if (code == u'\t') {
+            shown += QStringLiteral("\\t");
+        } else if (code == u'\n') {
+            shown += QStringLiteral("\\n");
+        } else if (code == u'\r') {
+            shown += QStringLiteral("\\r");
+        } else if (code < 0x20 || code == 0x7f) {
+            shown += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
+        } else if ((code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029) {
+            shown += QStringLiteral("\\u%1").arg(int(code), 4, 16, QLatin1Char('0'));
+        } else {
+            shown += character;
+        }
+    }
+    return shown;
+}
+
 } // namespace VendelHost

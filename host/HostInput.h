@@ -1,4 +1,5 @@
-// What the host accepts from clients and people: configuration texts and bundle identifiers.
+// What the host accepts from clients and people (configuration texts, bundle identifiers), and how it shows
+// their texts.
 #pragma once
 
 #include <QString>
@@ -18,6 +19,10 @@ public:
     // Why the text is no configuration, or nothing when it is one: a JSON object or array of at most
     // maxConfigBytes in UTF-8. The empty text is one too: it clears the configuration.
     static std::optional<QString> configProblem(const QString& text);
+    // A text as a person may read it, and a script split it: no control character, line or column
+    // separator comes through as itself (\t, \n, \x01, \u2028). Backslashes stay as they are, so a JSON
+    // text reads as written.
+    static QString escaped(const QString& text);
     // Reverse-DNS: two or more dot-separated labels of ASCII letters, digits and hyphens.
     static bool isBundleIdentifier(const QString& text);
 };

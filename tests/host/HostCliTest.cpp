@@ -402,6 +402,30 @@ private Q_SLOTS:
                  QStringLiteral("folder\tDocs\tfile:///tmp/docs\n"));
     }
 
+    void openRefusesScriptUrlsAndStoresNothingOfTheList()
+    {
+        const QByteArray list = "[{\"type\":\"folder\",\"name\":\"Docs\",\"url\":\"file:///tmp/docs\"},"
+                                "{\"type\":\"website\",\"name\":\"Site\",\"url\":\"JavaScript:alert(1)\"},"
+                                "{\"type\":\"url\",\"name\":\"Page\",\"url\":\" DATA:text/html,x\"},"
+                                "{\"type\":\"file\",\"name\":\"Old\",\"url\":\"vbScript:x\"}]";
+        const auto result =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendel://add-resources/") +
+                                                     QString::fromLatin1(list.toPercentEncoding())});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(
+                     QStringLiteral("Resource 2 (\"Site\"): \"JavaScript:alert(1)\" is a javascript: URL")),
+                 qPrintable(result.err));
+        QVERIFY2(result.err.contains(
+                     QStringLiteral("Resource 3 (\"Page\"): \" DATA:text/html,x\" is a data: URL")),
+                 qPrintable(result.err));
+        QVERIFY2(
+            result.err.contains(QStringLiteral("Resource 4 (\"Old\"): \"vbScript:x\" is a vbscript: URL")),
+            qPrintable(result.err));
+        QVERIFY(!result.err.contains(QStringLiteral("Docs")));
+        QVERIFY(result.out.isEmpty());
+        QCOMPARE(m_host->run({QStringLiteral("resources")}).out, QString());
+    }
+
     void anUnusableDataFolderIsReported()
     {
         const QString file = m_directory->filePath(QStringLiteral("file"));
