@@ -1,13 +1,16 @@
 // SQLite storage: set up once, then one connection per instance and one fully synced transaction per write.
 #include "HostStorage.h"
 
+#include "DesktopEntry.h"
 #include "HostError.h"
+#include "HostSchema.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -43,17 +46,6 @@ constexpr int sqliteBusy = 5;
 constexpr int sqliteLocked = 6;
 constexpr int sqliteCorrupt = 11;
 constexpr int sqliteNotADatabase = 26;
-
-const char* const schema[] = {
-    "CREATE TABLE IF NOT EXISTS actions (id TEXT PRIMARY KEY, plugin TEXT NOT NULL, config TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS global_configs (bundle_id TEXT PRIMARY KEY, config TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS plugins (name TEXT PRIMARY KEY, path TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS resources (position INTEGER PRIMARY KEY, type TEXT NOT NULL, "
-    "name TEXT NOT NULL, url TEXT NOT NULL)",
-};
-constexpr auto schemaCheck = "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
-                             "('actions', 'global_configs', 'plugins', 'resources')";
-constexpr int schemaTables = 4;
 
 QString uniqueConnectionName()
 {
@@ -118,6 +110,19 @@ QSqlQuery run(const QString& connectionName, const QString& path, const QString&
         fail(query.lastError(), path);
     }
     return query;
+}
+
+HostSchema::Run runOn(const QString& connectionName, const QString& path)
+{
+    return [connectionName, path](const QString& statement, const QVariantList& values) {
+        return run(connectionName, path, statement, values);
+    };
+}
+
+// A text column that may hold SQL NULL, for the values that are absent rather than empty.
+QVariant nullable(const QString& text)
+{
+    return text.isEmpty() ? QVariant() : QVariant(text);
 }
 
 QString errnoText()
@@ -246,10 +251,23 @@ void HostStorage::openConnection(const QString& name, const QString& options)
     }
 }
 
-bool HostStorage::hasSchema()
+int HostStorage::readSchemaVersion()
 {
-    QSqlQuery query = run(m_connectionName, databasePath(), QString::fromLatin1(schemaCheck));
-    return query.next() && query.value(0).toInt() == schemaTables;
+    QSqlQuery query = run(m_connectionName, databasePath(), QStringLiteral("PRAGMA user_version"));
+    return query.next() ? query.value(0).toInt() : 0;
+}
+
+void HostStorage::refuseNewerSchema(int version) const
+{
+    if (version > HostSchema::latestVersion) {
+        throw HostError(
+            QStringLiteral("The database %1 was written by a newer vendel-host (its tables are of "
+                           "version %2; this one knows versions up to %3). Nothing was read or "
+                           "written: use the newer vendel-host.")
+                .arg(databasePath())
+                .arg(version)
+                .arg(HostSchema::latestVersion));
+    }
 }
 
 void HostStorage::openWritable()
@@ -275,6 +293,8 @@ void HostStorage::setUp()
     bool announced = false;
     for (;;) {
         try {
+            // A newer program's database is left exactly as it is, its journal mode included.
+            refuseNewerSchema(readSchemaVersion());
             // Each pragma's statement is done with before the next: an open one would hold a transaction.
             const auto journalMode = [&](const QString& statement) {
                 QSqlQuery query = run(m_connectionName, path, statement);
@@ -284,13 +304,27 @@ void HostStorage::setUp()
                 journalMode(QStringLiteral("PRAGMA journal_mode=WAL")) != u"wal") {
                 throw HostError(QStringLiteral("The database %1 cannot use a write-ahead log.").arg(path));
             }
-            if (!hasSchema()) {
+            if (readSchemaVersion() != HostSchema::latestVersion ||
+                !HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()))) {
                 write([&] {
-                    for (const char* statement : schema) {
-                        run(m_connectionName, path, QString::fromLatin1(statement));
+                    // Read again under the write lock: another process may have set it up meanwhile.
+                    const int version = readSchemaVersion();
+                    refuseNewerSchema(version);
+                    if (!HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()))) {
+                        if (version != 0) {
+                            throw HostError(
+                                QStringLiteral("The database %1 is not a vendel-host database: it has "
+                                               "a version but not the host's tables.")
+                                    .arg(path));
+                        }
+                        HostSchema::createBaseTables(runOn(m_connectionName, databasePath()));
+                    }
+                    if (version != HostSchema::latestVersion) {
+                        HostSchema::migrate(version, runOn(m_connectionName, databasePath()));
                     }
                 });
             }
+            m_schemaVersion = HostSchema::latestVersion;
             break;
         } catch (const LockedError& error) {
             if (deadline.hasExpired()) {
@@ -313,7 +347,7 @@ void HostStorage::setUp()
 
 void HostStorage::openReadOnly()
 {
-    // Nothing to read yet is an empty host: an in-memory database with the schema answers for it.
+    // Nothing to read yet is an empty host: an in-memory database with the tables answers for it.
     const auto openEmpty = [this] {
         {
             QSqlDatabase database = QSqlDatabase::database(m_connectionName, false);
@@ -321,9 +355,9 @@ void HostStorage::openReadOnly()
         }
         QSqlDatabase::removeDatabase(m_connectionName);
         openConnection(QStringLiteral(":memory:"), {});
-        for (const char* statement : schema) {
-            run(m_connectionName, databasePath(), QString::fromLatin1(statement));
-        }
+        HostSchema::createBaseTables(runOn(m_connectionName, databasePath()));
+        HostSchema::migrate(0, runOn(m_connectionName, databasePath()));
+        m_schemaVersion = HostSchema::latestVersion;
     };
     const QFileInfo folder(m_dataDirectory);
     if (folder.exists() && !folder.isDir()) {
@@ -347,7 +381,7 @@ void HostStorage::openReadOnly()
     openConnection(uri + QStringLiteral("?mode=ro"), options);
     bool present = false;
     try {
-        present = hasSchema();
+        present = HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()));
     } catch (const HostError& error) {
         // A reader of a write-ahead log needs its index file, which a read-only folder cannot hold. When
         // there is no log, the database file holds every committed write and can be read as it stands.
@@ -362,8 +396,11 @@ void HostStorage::openReadOnly()
         QSqlDatabase::database(m_connectionName, false).close();
         QSqlDatabase::removeDatabase(m_connectionName);
         openConnection(uri + QStringLiteral("?immutable=1"), options);
-        present = hasSchema();
+        present = HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()));
     }
+    // An older database is read as it is: the queries know each version's tables.
+    m_schemaVersion = readSchemaVersion();
+    refuseNewerSchema(m_schemaVersion);
     if (!present) {
         openEmpty();
     }
@@ -399,35 +436,99 @@ void HostStorage::checkWriteAheadLog()
     }
 }
 
-QString HostStorage::createAction(const QString& plugin)
+QString HostStorage::Action::title() const
+{
+    return ownTitle.isEmpty() ? QStringLiteral("%1 %2").arg(pluginDisplayName).arg(number) : ownTitle;
+}
+
+QString HostStorage::Plugin::displayName() const
+{
+    return entryName.isEmpty() ? name : entryName;
+}
+
+QString HostStorage::Plugin::icon() const
+{
+    return entryIcon.isEmpty() ? QString::fromLatin1(DesktopEntry::genericIcon) : entryIcon;
+}
+
+QString HostStorage::createAction(const QString& plugin, const QString& title)
 {
     const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
     write([&] {
+        QSqlQuery numbered =
+            run(m_connectionName, databasePath(),
+                QStringLiteral("INSERT INTO action_numbers (plugin, last) VALUES (?, 1) "
+                               "ON CONFLICT (plugin) DO UPDATE SET last = last + 1 RETURNING last"),
+                {plugin});
+        if (!numbered.next()) {
+            throw HostError(
+                QStringLiteral("Cannot number the new action in the database %1.").arg(databasePath()));
+        }
+        const qint64 number = numbered.value(0).toLongLong();
+        numbered.finish();
         run(m_connectionName, databasePath(),
-            QStringLiteral("INSERT INTO actions (id, plugin, config) VALUES (?, ?, '')"), {id, plugin});
+            QStringLiteral("INSERT INTO actions (id, plugin, config, title, number) VALUES (?, ?, '', ?, ?)"),
+            {id, plugin, nullable(title), number});
     });
     return id;
 }
 
+QList<HostStorage::Action> HostStorage::selectActions(const QString& condition,
+                                                      const QVariantList& values) const
+{
+    // Before titles, actions were numbered in the order they were made, as the first migration numbers them.
+    const QString rows =
+        m_schemaVersion >= 1
+            ? QStringLiteral("SELECT rowid AS position, id, plugin, config, title, number FROM actions")
+            : QStringLiteral("SELECT rowid AS position, id, plugin, config, NULL AS title, "
+                             "row_number() OVER (PARTITION BY plugin ORDER BY rowid) AS number FROM actions");
+    const QString entry =
+        m_schemaVersion >= 1 ? QStringLiteral("p.display_name, p.icon") : QStringLiteral("NULL, NULL");
+    QSqlQuery query = run(m_connectionName, databasePath(),
+                          QStringLiteral("SELECT a.id, a.plugin, a.config, a.title, a.number, p.path, %1 "
+                                         "FROM (%2) AS a LEFT JOIN plugins AS p ON p.name = a.plugin %3 "
+                                         "ORDER BY a.position")
+                              .arg(entry, rows, condition),
+                          values);
+    QList<Action> actions;
+    QHash<QString, Plugin> plugins;
+    while (query.next()) {
+        Action action;
+        action.id = query.value(0).toString();
+        action.plugin = query.value(1).toString();
+        action.config = query.value(2).toString();
+        action.ownTitle = query.value(3).toString();
+        action.number = query.value(4).toLongLong();
+        Plugin plugin{action.plugin, query.value(5).toString(), query.value(6).toString(),
+                      query.value(7).toString()};
+        // An older database has no display names yet: they are what its migration would record.
+        if (m_schemaVersion < 1 && !query.value(5).isNull()) {
+            if (!plugins.contains(action.plugin)) {
+                const auto found = DesktopEntry::forExecutable(action.plugin);
+                plugins.insert(action.plugin, Plugin{action.plugin,
+                                                     {},
+                                                     found ? found->name : QString(),
+                                                     found ? found->icon : QString()});
+            }
+            plugin.entryName = plugins.value(action.plugin).entryName;
+            plugin.entryIcon = plugins.value(action.plugin).entryIcon;
+        }
+        action.pluginDisplayName = plugin.displayName();
+        action.pluginIcon = plugin.icon();
+        actions.append(action);
+    }
+    return actions;
+}
+
 std::optional<HostStorage::Action> HostStorage::action(const QString& id) const
 {
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT id, plugin, config FROM actions WHERE id = ?"), {id});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Action{query.value(0).toString(), query.value(1).toString(), query.value(2).toString()};
+    const QList<Action> found = selectActions(QStringLiteral("WHERE a.id = ?"), {id});
+    return found.isEmpty() ? std::nullopt : std::optional<Action>(found.constFirst());
 }
 
 QList<HostStorage::Action> HostStorage::actions() const
 {
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT id, plugin, config FROM actions ORDER BY rowid"));
-    QList<Action> actions;
-    while (query.next()) {
-        actions.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});
-    }
-    return actions;
+    return selectActions({}, {});
 }
 
 bool HostStorage::setConfig(const QString& id, const QString& config)
@@ -437,6 +538,29 @@ bool HostStorage::setConfig(const QString& id, const QString& config)
         const QSqlQuery query =
             run(m_connectionName, databasePath(),
                 QStringLiteral("UPDATE actions SET config = ? WHERE id = ?"), {config, id});
+        found = query.numRowsAffected() > 0;
+    });
+    return found;
+}
+
+bool HostStorage::setTitle(const QString& id, const QString& title)
+{
+    bool found = false;
+    write([&] {
+        const QSqlQuery query =
+            run(m_connectionName, databasePath(), QStringLiteral("UPDATE actions SET title = ? WHERE id = ?"),
+                {nullable(title), id});
+        found = query.numRowsAffected() > 0;
+    });
+    return found;
+}
+
+bool HostStorage::deleteAction(const QString& id)
+{
+    bool found = false;
+    write([&] {
+        const QSqlQuery query =
+            run(m_connectionName, databasePath(), QStringLiteral("DELETE FROM actions WHERE id = ?"), {id});
         found = query.numRowsAffected() > 0;
     });
     return found;
@@ -464,41 +588,52 @@ void HostStorage::recordPlugin(const Plugin& plugin)
 {
     write([&] {
         run(m_connectionName, databasePath(),
-            QStringLiteral("INSERT INTO plugins (name, path) VALUES (?, ?) "
-                           "ON CONFLICT (name) DO UPDATE SET path = excluded.path"),
-            {plugin.name, plugin.path});
+            QStringLiteral("INSERT INTO plugins (name, path, display_name, icon) VALUES (?, ?, ?, ?) "
+                           "ON CONFLICT (name) DO UPDATE SET path = excluded.path, "
+                           "display_name = excluded.display_name, icon = excluded.icon"),
+            {plugin.name, plugin.path, nullable(plugin.entryName), nullable(plugin.entryIcon)});
     });
+}
+
+QList<HostStorage::Plugin> HostStorage::selectPlugins(const QString& condition,
+                                                      const QVariantList& values) const
+{
+    const QString entry =
+        m_schemaVersion >= 1 ? QStringLiteral("display_name, icon") : QStringLiteral("NULL, NULL");
+    QSqlQuery query = run(
+        m_connectionName, databasePath(),
+        QStringLiteral("SELECT name, path, %1 FROM plugins %2 ORDER BY name").arg(entry, condition), values);
+    QList<Plugin> plugins;
+    while (query.next()) {
+        Plugin plugin{query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
+                      query.value(3).toString()};
+        // An older database has no display names yet: they are what its migration would record.
+        if (m_schemaVersion < 1) {
+            if (const auto found = DesktopEntry::forExecutable(plugin.name)) {
+                plugin.entryName = found->name;
+                plugin.entryIcon = found->icon;
+            }
+        }
+        plugins.append(plugin);
+    }
+    return plugins;
 }
 
 std::optional<HostStorage::Plugin> HostStorage::plugin(const QString& name) const
 {
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT name, path FROM plugins WHERE name = ?"), {name});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Plugin{query.value(0).toString(), query.value(1).toString()};
+    const QList<Plugin> found = selectPlugins(QStringLiteral("WHERE name = ?"), {name});
+    return found.isEmpty() ? std::nullopt : std::optional<Plugin>(found.constFirst());
 }
 
 std::optional<HostStorage::Plugin> HostStorage::pluginWithPath(const QString& path) const
 {
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT name, path FROM plugins WHERE path = ?"), {path});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Plugin{query.value(0).toString(), query.value(1).toString()};
+    const QList<Plugin> found = selectPlugins(QStringLiteral("WHERE path = ?"), {path});
+    return found.isEmpty() ? std::nullopt : std::optional<Plugin>(found.constFirst());
 }
 
 QList<HostStorage::Plugin> HostStorage::plugins() const
 {
-    QSqlQuery query =
-        run(m_connectionName, databasePath(), QStringLiteral("SELECT name, path FROM plugins ORDER BY name"));
-    QList<Plugin> plugins;
-    while (query.next()) {
-        plugins.append({query.value(0).toString(), query.value(1).toString()});
-    }
-    return plugins;
+    return selectPlugins({}, {});
 }
 
 void HostStorage::addResources(const QList<HostResource>& resources)

@@ -216,8 +216,9 @@ private Q_SLOTS:
         QTest::newRow("capitalised type")
             << QByteArray("[{\"type\":\"Folder\",\"name\":\"a\",\"url\":\"a:b\"}]")
             << QStringLiteral("Resource 1 (\"a\"): unknown type \"Folder\"");
-        QTest::newRow("relative url") << QByteArray("[{\"type\":\"file\",\"name\":\"a\",\"url\":\"/tmp/a\"}]")
-                                      << QStringLiteral("Resource 1 (\"a\"): \"/tmp/a\" is not an absolute URL");
+        QTest::newRow("relative url")
+            << QByteArray("[{\"type\":\"file\",\"name\":\"a\",\"url\":\"/tmp/a\"}]")
+            << QStringLiteral("Resource 1 (\"a\"): \"/tmp/a\" is not an absolute URL");
         QTest::newRow("invalid url") << QByteArray(
                                             "[{\"type\":\"website\",\"name\":\"a\",\"url\":\"http://a b/\"}]")
                                      << QStringLiteral("is not an absolute URL");
