@@ -23,8 +23,6 @@ namespace VendelHost {
 
 namespace {
 
-// A run plays or pauses and quits at once; one that takes this long is stuck, not slow.
-constexpr auto runTimeout = 60s;
 constexpr auto busCheckInterval = 1s;
 
 // A command line that does not fit its command's shape: said on stderr with the shape, status 2.
@@ -329,7 +327,7 @@ int HostCli::runAction(const QStringList& arguments)
                                            ? actionTitled(*parsed.value(QStringLiteral("--title")))
                                            : existingAction(parsed.operands().constFirst());
     PluginLauncher::runAndWait(installedPlugin(action.plugin).path, PluginLauncher::runUrl(action.id),
-                               runTimeout);
+                               PluginLauncher::runTimeLimit);
     return success;
 }
 
@@ -464,6 +462,14 @@ int HostCli::serve()
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
     HostService service(storage(HostStorage::Access::ReadWrite));
+    // A launch's failure goes to its caller in a signal, and to the service's log for whoever looks later.
+    QObject::connect(
+        &service, &HostService::LaunchEnded, &service,
+        [this](qulonglong, const QString&, const QString&, const QString&, int, const QString& problem) {
+            if (!problem.isEmpty()) {
+                m_err << "vendel-host: " << problem << Qt::endl;
+            }
+        });
     QDBusConnection bus = QDBusConnection::sessionBus();
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.

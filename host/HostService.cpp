@@ -1,25 +1,18 @@
 // Answers each method from storage: reads at once on the bus thread, writes in order on a writer thread.
 #include "HostService.h"
 
+#include "ActionsAdaptor.h"
 #include "HostAdaptor.h"
 #include "HostError.h"
 #include "HostInput.h"
 #include "PluginInstaller.h"
+#include "PluginLauncher.h"
 
 #include <QDBusConnectionInterface>
 
 namespace VendelHost {
 
-namespace {
-
-// A call that storage cannot answer as asked, with the error name the client sees.
-struct Refusal
-{
-    const char* errorName;
-    QString message;
-};
-
-} // namespace
+namespace {} // namespace
 
 // Failures the host expects have names of their own; anything else is still answered, never left to end
 // the host.
@@ -45,9 +38,16 @@ QDBusMessage HostService::replyTo(const QDBusMessage& call, const WriterThread::
 }
 
 HostService::HostService(HostStorage& storage, QObject* parent)
-    : QObject(parent), m_storage(storage), m_writer(storage.dataDirectory())
+    : QObject(parent), m_storage(storage), m_writer(storage.dataDirectory()),
+      m_launches(PluginLauncher::runTimeLimit)
 {
+    registerEntryTypes();
     new Host1Adaptor(this);
+    new Actions1Adaptor(this);
+    connect(&m_launches, &Launches::ended, this, [this](const Launches::Outcome& outcome) {
+        Q_EMIT LaunchEnded(outcome.launch, Launches::verbName(outcome.request.verb), outcome.request.actionID,
+                           outcome.request.plugin, outcome.exitStatus, outcome.failure);
+    });
 }
 
 HostService::~HostService() = default;
@@ -84,19 +84,26 @@ void HostService::refuse(const char* errorName, const QString& message)
 // run one after another on their own thread, so a write that waits for another process's lock holds up
 // only the writes queued behind it, and the same client's later calls, which must see its own writes. A
 // write is committed before its reply is sent, so an answered write survives the host being killed.
-void HostService::perform(Work work, const Job& job)
+void HostService::perform(Work work, const Job& job, const Finish& finish)
 {
     setDelayedReply(true);
     const QDBusMessage call = message();
     QDBusConnection bus = connection();
     const QString client = call.service();
+    // What the job found becomes the reply here, on the service's thread, whichever thread ran the job.
+    const auto answer = [call, finish](WriterThread::Outcome outcome) {
+        if (!outcome.failure && finish) {
+            outcome = WriterThread::capture([&] { return finish(outcome.values); });
+        }
+        return replyTo(call, outcome);
+    };
     if (work == Work::Read && !m_queued.contains(client)) {
-        bus.send(replyTo(call, WriterThread::run(job, [this]() -> HostStorage& { return m_storage; })));
+        bus.send(answer(WriterThread::run(job, [this]() -> HostStorage& { return m_storage; })));
         return;
     }
     ++m_queued[client];
-    m_writer.post(job, this, [this, call, bus, client](const WriterThread::Outcome& outcome) mutable {
-        bus.send(replyTo(call, outcome));
+    m_writer.post(job, this, [this, answer, bus, client](const WriterThread::Outcome& outcome) mutable {
+        bus.send(answer(outcome));
         if (--m_queued[client] == 0) {
             m_queued.remove(client);
         }

@@ -30,8 +30,13 @@ HostStorage& WriterThread::storage()
 
 WriterThread::Outcome WriterThread::run(const Job& job, const std::function<HostStorage&()>& storage) noexcept
 {
+    return capture([&] { return job(storage()); });
+}
+
+WriterThread::Outcome WriterThread::capture(const std::function<QVariantList()>& work) noexcept
+{
     try {
-        return {job(storage()), nullptr};
+        return {work(), nullptr};
     } catch (...) {
         return {{}, std::current_exception()};
     }

@@ -37,8 +37,10 @@ public:
     // The receiver must outlive this object.
     void post(Job job, QObject* receiver, Done done);
 
-    // Runs the job here and now, catching whatever it throws.
+    // Runs the job here and now, catching whatever it throws, the opening of storage included.
     static Outcome run(const Job& job, const std::function<HostStorage&()>& storage) noexcept;
+    // Runs the work here and now, catching whatever it throws.
+    static Outcome capture(const std::function<QVariantList()>& work) noexcept;
 
 private:
     HostStorage& storage();
