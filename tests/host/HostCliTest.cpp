@@ -51,9 +51,29 @@ private Q_SLOTS:
     {
         const auto result = m_host->run({QStringLiteral("--help")});
         QCOMPARE(result.exitCode, 0);
-        for (const char* command : {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>",
-                                    "config get", "config set", "plugins", "resources", "open", "serve",
-                                    "--json", "1 MiB", "VENDEL_HOST_DATA_DIR"}) {
+        for (const char* command : {"action new <plugin> [--title <text>] [--no-edit]",
+                                    "action title <id> <text>",
+                                    "action delete <id>",
+                                    "actions [--json | --menu]",
+                                    "run <id>",
+                                    "run --title <text>",
+                                    "edit <id>",
+                                    "configure <plugin>",
+                                    "config get",
+                                    "config set",
+                                    "plugins",
+                                    "resources",
+                                    "open",
+                                    "serve",
+                                    "org.vendel.Actions1",
+                                    "--json",
+                                    "1 MiB",
+                                    "VENDEL_HOST_DATA_DIR",
+                                    "1 to 200 characters",
+                                    "display name and its number",
+                                    "| rofi -dmenu | cut -f2 | xargs -r vendel-host run --",
+                                    "-- ends them",
+                                    "earlier vendel-host"}) {
             QVERIFY2(result.out.contains(QLatin1String(command)), command);
         }
     }
