@@ -285,9 +285,7 @@ private Q_SLOTS:
     {
         QTemporaryDir temporary;
         XdgDataFolders xdg;
-        xdg.writeEntry(XdgDataFolders::SecondSystem, QStringLiteral("music.desktop"),
-                       XdgDataFolders::entry("Vendel Music", "vendel-music"));
-        QVERIFY(writeOldHost(temporary.path()));
+        QVERIFY(writeOldHost(temporary.path(), xdg));
         const QString database = temporary.filePath(QStringLiteral("host.sqlite"));
         const QByteArray before = Testing::contentsOf(database);
 
@@ -308,9 +306,7 @@ private Q_SLOTS:
     {
         QTemporaryDir temporary;
         XdgDataFolders xdg;
-        xdg.writeEntry(XdgDataFolders::SecondSystem, QStringLiteral("music.desktop"),
-                       XdgDataFolders::entry("Vendel Music", "vendel-music"));
-        QVERIFY(writeOldHost(temporary.path()));
+        QVERIFY(writeOldHost(temporary.path(), xdg));
         {
             HostStorage storage(temporary.path());
             QCOMPARE(storage.schemaVersion(), 1);
@@ -569,9 +565,12 @@ private Q_SLOTS:
     }
 
 private:
-    // Two plugins, one uninstalled plugin's action, and actions made in turns, as rows of the old tables.
-    static bool writeOldHost(const QString& folder)
+    // Two plugins, one with a desktop entry, one uninstalled plugin's action, and actions made in turns, as
+    // rows of the old tables.
+    static bool writeOldHost(const QString& folder, XdgDataFolders& xdg)
     {
+        xdg.writeEntry(XdgDataFolders::SecondSystem, QStringLiteral("music.desktop"),
+                       XdgDataFolders::entry("Vendel Music", "vendel-music"));
         return Testing::writeUnversionedDatabase(
             folder,
             {QStringLiteral("INSERT INTO plugins VALUES ('music', '/opt/music'), ('other', '/opt/other')"),
