@@ -4,7 +4,9 @@
 #include "HostResource.h"
 
 #include <QList>
+#include <QSqlQuery>
 #include <QString>
+#include <QVariantList>
 
 #include <functional>
 #include <optional>
@@ -122,6 +124,8 @@ private:
     QList<Action> selectActions(const QString& condition, const QVariantList& values) const;
     QList<Plugin> selectPlugins(const QString& condition, const QVariantList& values) const;
     void write(const std::function<void()>& statements);
+    // Runs one statement on this connection; a failure is a HostError that names the database.
+    QSqlQuery sql(const QString& statement, const QVariantList& values = {}) const;
     void checkWriteAheadLog();
 
     QString m_dataDirectory;
