@@ -14,8 +14,8 @@ const char* const baseTables[] = {
     "CREATE TABLE IF NOT EXISTS actions (id TEXT PRIMARY KEY, plugin TEXT NOT NULL, config TEXT NOT NULL)",
     "CREATE TABLE IF NOT EXISTS global_configs (bundle_id TEXT PRIMARY KEY, config TEXT NOT NULL)",
     "CREATE TABLE IF NOT EXISTS plugins (name TEXT PRIMARY KEY, path TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS resources (position INTEGER PRIMARY KEY, type TEXT NOT NULL, "
-    "name TEXT NOT NULL, url TEXT NOT NULL)",
+    ("CREATE TABLE IF NOT EXISTS resources (position INTEGER PRIMARY KEY, type TEXT NOT NULL, "
+     "name TEXT NOT NULL, url TEXT NOT NULL)"),
 };
 constexpr auto baseTablesCheck = "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
                                  "('actions', 'global_configs', 'plugins', 'resources')";
