@@ -113,8 +113,11 @@ void Launches::finish(quint64 number, int exitStatus, int signal)
                    PluginLauncher::endProblem(launch->request.executable, launchUrl, exitStatus, signal)) {
         outcome.failure = *problem;
     }
-    // The process object sent the signal that led here: it is deleted once that has returned.
-    launch->process.release()->deleteLater();
+    // The process object sent the signal that led here: it is deleted once that has returned, or with
+    // this object, should the event loop end first.
+    PluginProcess* process = launch->process.release();
+    process->setParent(this);
+    process->deleteLater();
     Q_EMIT ended(outcome);
 }
 

@@ -547,6 +547,8 @@ private Q_SLOTS:
         QCOMPARE(entriesOf<ActionEntries>(actionsCall(QStringLiteral("ListActions"))).size(), 2);
         QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":1}"), second})));
         QCOMPARE(m_host->run({QStringLiteral("actions")}).exitCode, 0);
+        QCOMPARE(m_host->run({QStringLiteral("config"), QStringLiteral("get"), second}).out,
+                 QStringLiteral("{\"a\":1}\n"));
         const qulonglong secondLaunch = launchOf(actionsCall(QStringLiteral("RunAction"), {second}));
         QVERIFY(secondLaunch > firstLaunch);
         QTRY_COMPARE_WITH_TIMEOUT(record().count(u'\n'), 2, generousMs);
