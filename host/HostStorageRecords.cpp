@@ -50,8 +50,7 @@ QString HostStorage::createAction(const QString& plugin, const QString& title)
         }
         const qint64 number = numbered.value(0).toLongLong();
         numbered.finish();
-        sql(
-            QStringLiteral("INSERT INTO actions (id, plugin, config, title, number) VALUES (?, ?, '', ?, ?)"),
+        sql(QStringLiteral("INSERT INTO actions (id, plugin, config, title, number) VALUES (?, ?, '', ?, ?)"),
             {id, plugin, nullable(title), number});
     });
     return id;
