@@ -62,9 +62,10 @@ The plugin drives MPD, or a media player that offers MPRIS playlists.")
 set(CPACK_DEBIAN_HOST_PACKAGE_NAME vendel-host)
 set(CPACK_DEBIAN_HOST_PACKAGE_SECTION utils)
 set(CPACK_COMPONENT_HOST_DESCRIPTION "reference host of Vendel plugins
-A small host that keeps the actions of Vendel plugins and their settings,
-installs plugins, starts them with their launch URLs, and carries out the
-vendel:// command URLs that plugins open. The session bus starts it when a
-plugin first calls it.")
+A small host that keeps the actions of Vendel plugins, their titles and their
+settings, installs plugins, starts them with their launch URLs, and carries
+out the vendel:// command URLs that plugins open. Its actions can be picked
+from a dmenu-like menu. The session bus starts it when a plugin first calls
+it, and it never waits for a plugin it starts there.")
 
 include(CPack)

@@ -38,7 +38,7 @@ CommandUrl CommandUrl::parse(const QString& text)
             QStringLiteral("\"%1\" is not a URL (invalid at character %2).").arg(text).arg(offset + 1));
     }
 
-    const QByteArray scheme = bytesOf(parsed.scheme);
+    const QByteArray writtenScheme = bytesOf(parsed.scheme);
     const QByteArray host = bytesOf(parsed.hostText);
     const bool hasUserInfo = isPresent(parsed.userInfo);
     const bool hasPort = isPresent(parsed.portText);
@@ -50,7 +50,7 @@ CommandUrl CommandUrl::parse(const QString& text)
     }
     uriFreeUriMembersA(&parsed);
 
-    if (scheme != CommandUrl::scheme) {
+    if (writtenScheme != CommandUrl::scheme) {
         throw HostError(QStringLiteral("\"%1\" is not a vendel:// command URL.").arg(text));
     }
     if (host.isEmpty()) {

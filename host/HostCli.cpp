@@ -1,6 +1,7 @@
 // Each command opens the database only when it needs it, and turns every failure into one line on stderr.
 #include "HostCli.h"
 
+#include "CommandArguments.h"
 #include "CommandUrlHandler.h"
 #include "HostError.h"
 #include "HostInput.h"
@@ -8,6 +9,7 @@
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
 
+#include <QCollator>
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -21,33 +23,46 @@ namespace VendelHost {
 
 namespace {
 
-// A run plays or pauses and quits at once; one that takes this long is stuck, not slow.
-constexpr auto runTimeout = 60s;
 constexpr auto busCheckInterval = 1s;
 
-// A cell as a person may read it, and a script split it: no control character, line or column separator
-// comes through as itself. Backslashes stay as they are, so a JSON text reads as written.
-QString visible(const QString& text)
+// A command line that does not fit its command's shape: said on stderr with the shape, status 2.
+struct UsageError
 {
-    QString shown;
-    shown.reserve(text.size());
-    for (const QChar character : text) {
-        const char16_t code = character.unicode();
-        if (code == u'\t') {
-            shown += QStringLiteral("\\t");
-        } else if (code == u'\n') {
-            shown += QStringLiteral("\\n");
-        } else if (code == u'\r') {
-            shown += QStringLiteral("\\r");
-        } else if (code < 0x20 || code == 0x7f) {
-            shown += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
-        } else if ((code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029) {
-            shown += QStringLiteral("\\u%1").arg(int(code), 4, 16, QLatin1Char('0'));
-        } else {
-            shown += character;
+    QString message;
+};
+
+// The command's arguments, checked against its shape: its options and how many operands it takes (any
+// number when negative, for the caller to check).
+CommandArguments parse(const QStringList& arguments, const QString& shape, qsizetype operands,
+                       const QStringList& flags = {}, const QStringList& valuedOptions = {})
+{
+    const QString usageLine = QStringLiteral("usage: vendel-host %1").arg(shape);
+    try {
+        CommandArguments parsed(arguments, flags, valuedOptions);
+        if (operands >= 0 && parsed.operands().size() != operands) {
+            throw UsageError{usageLine};
         }
+        return parsed;
+    } catch (const CommandArguments::Error& error) {
+        throw UsageError{error.message + u'\n' + usageLine};
     }
-    return shown;
+}
+
+// By title as people sort words: in the user's language, numbers by their value ("Mix 2" before "Mix 10").
+// Qt compares code units under the C locale, which no person means; the root order serves them then.
+// Equal titles keep the order the actions were made in.
+void sortByTitle(QList<HostStorage::Action>& actions)
+{
+    QLocale locale;
+    if (locale.language() == QLocale::C) {
+        locale = QLocale(QLocale::English, QLocale::UnitedStates);
+    }
+    QCollator collator(locale);
+    collator.setNumericMode(true);
+    std::stable_sort(actions.begin(), actions.end(),
+                     [&](const HostStorage::Action& left, const HostStorage::Action& right) {
+                         return collator.compare(left.title(), right.title()) < 0;
+                     });
 }
 
 } // namespace
@@ -60,32 +75,51 @@ QString HostCli::usage()
         "The reference host of Vendel plugins.\n"
         "\n"
         "Commands:\n"
-        "  action new <plugin> [--no-edit]  Create an action for an installed plugin, print its identifier\n"
-        "                                   and open it in the plugin's editor (unless --no-edit)\n"
-        "  actions [--json]                 List the actions: identifier, plugin, configuration\n"
-        "  run <id>                         Run an action and wait until its plugin has finished\n"
-        "  edit <id>                        Open an action in its plugin's editor\n"
-        "  configure <plugin>               Open a plugin's preferences\n"
-        "  config get <id>                  Print an action's configuration\n"
-        "  config set <id> <json>           Replace an action's configuration with a JSON object or array\n"
-        "                                   (at most 1 MiB)\n"
-        "  plugins [--json]                 List the installed plugins: name, executable\n"
-        "  resources [--json]               List the resources that plugins have added\n"
-        "  open <vendel://command/...>      Carry out a command URL, such as vendel://add-resources/...\n"
-        "  serve                            Serve org.vendel.Host on the session bus until stopped\n"
-        "  --help                           Show this help\n"
-        "  --version                        Show the version\n"
+        "  action new <plugin> [--title <text>] [--no-edit]\n"
+        "                               Create an action for an installed plugin, print its identifier\n"
+        "                               and open it in the plugin's editor (unless --no-edit)\n"
+        "  action title <id> <text>     Give an action a title\n"
+        "  action delete <id>           Delete an action and its configuration\n"
+        "  actions [--json | --menu]    List the actions: identifier, title, plugin, number,\n"
+        "                               configuration; --menu prints one title<TAB>identifier line each,\n"
+        "                               sorted by title\n"
+        "  run <id>                     Run an action and wait until its plugin has finished\n"
+        "  run --title <text>           The same for the one action with exactly this title\n"
+        "  edit <id>                    Open an action in its plugin's editor\n"
+        "  configure <plugin>           Open a plugin's preferences\n"
+        "  config get <id>              Print an action's configuration\n"
+        "  config set <id> <json>       Replace an action's configuration with a JSON object or array\n"
+        "                               (at most 1 MiB)\n"
+        "  plugins [--json]             List the installed plugins: name, display name, icon, executable\n"
+        "  resources [--json]           List the resources that plugins have added\n"
+        "  open <vendel://command/...>  Carry out a command URL, such as vendel://add-resources/...\n"
+        "  serve                        Serve org.vendel.Host on the session bus until stopped: the\n"
+        "                               plugins' org.vendel.Host1, and org.vendel.Actions1, whose launches\n"
+        "                               never wait for a plugin\n"
+        "  --help                       Show this help\n"
+        "  --version                    Show the version\n"
         "\n"
         "A plugin is named by its executable's file name; plugins install themselves through the session\n"
-        "bus when started without a launch URL. A launch starts the plugin's executable with the URL\n"
-        "vendelplugin://run/<id>, vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
+        "bus when started without a launch URL. Its display name and icon are those of its desktop entry,\n"
+        "<name>.desktop in the XDG data folders, when it installs; without one, its name and a generic\n"
+        "icon. A launch starts the plugin's executable with the URL vendelplugin://run/<id>,\n"
+        "vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
+        "\n"
+        "A title is 1 to 200 characters without control characters, tabs or line breaks. An action\n"
+        "without one shows its plugin's display name and its number, given once per plugin and never\n"
+        "again: \"Vendel Music 3\". To pick an action from a menu (rofi, wofi, fuzzel, bemenu, dmenu):\n"
+        "  vendel-host actions --menu | rofi -dmenu | cut -f2 | xargs -r vendel-host run --\n"
+        "\n"
+        "Options may come before or after the other arguments; -- ends them, so that an identifier,\n"
+        "title or name that begins with a dash is taken as it is.\n"
         "\n"
         "Lists are tab-separated, one row a line, with tabs, line breaks and other control characters\n"
         "shown escaped (\\t, \\n, \\x01); --json prints the exact texts as a JSON array of objects.\n"
         "\n"
         "Data folder: $VENDEL_HOST_DATA_DIR, else $XDG_DATA_HOME/vendel (~/.local/share/vendel); it is\n"
         "kept private to you. Commands that only read open the database read-only, so they work where\n"
-        "the folder is read-only and never wait for a command that writes.\n"
+        "the folder is read-only and never wait for a command that writes; they read a database of an\n"
+        "earlier vendel-host as it is, and the first command that writes brings it up to date.\n"
         "Exit status: 0 done, 1 could not be done, 2 wrong command line.\n");
 }
 
@@ -95,6 +129,9 @@ int HostCli::run(const QStringList& arguments)
         const int status = dispatch(arguments);
         m_out.flush();
         return status;
+    } catch (const UsageError& error) {
+        m_out.flush();
+        return usageFailure(error.message);
     } catch (const HostError& error) {
         m_out.flush();
         m_err << "vendel-host: " << error.message() << Qt::endl;
@@ -131,13 +168,6 @@ int HostCli::dispatch(const QStringList& arguments)
     }
     const QString command = arguments.constFirst();
     const QStringList rest = arguments.mid(1);
-    const auto expect = [&](qsizetype count, const QString& shape) -> bool {
-        if (rest.size() == count) {
-            return true;
-        }
-        usageFailure(QStringLiteral("usage: vendel-host %1").arg(shape));
-        return false;
-    };
 
     if (command == u"--help" || command == u"-h" || command == u"help") {
         m_out << usage();
@@ -149,7 +179,7 @@ int HostCli::dispatch(const QStringList& arguments)
         return success;
     }
     if (command == u"action") {
-        return newAction(rest);
+        return action(rest);
     }
     if (command == u"config") {
         return config(rest);
@@ -158,14 +188,13 @@ int HostCli::dispatch(const QStringList& arguments)
         return listActions(rest);
     }
     if (command == u"run") {
-        return expect(1, QStringLiteral("run <id>")) ? runAction(rest.constFirst()) : usageError;
+        return runAction(rest);
     }
     if (command == u"edit") {
-        return expect(1, QStringLiteral("edit <id>")) ? editAction(rest.constFirst()) : usageError;
+        return editAction(parse(rest, QStringLiteral("edit <id>"), 1).operands().constFirst());
     }
     if (command == u"configure") {
-        return expect(1, QStringLiteral("configure <plugin>")) ? configurePlugin(rest.constFirst())
-                                                               : usageError;
+        return configurePlugin(parse(rest, QStringLiteral("configure <plugin>"), 1).operands().constFirst());
     }
     if (command == u"plugins") {
         return listPlugins(rest);
@@ -174,11 +203,11 @@ int HostCli::dispatch(const QStringList& arguments)
         return listResources(rest);
     }
     if (command == u"open") {
-        return expect(1, QStringLiteral("open <vendel-url>")) ? openCommandUrl(rest.constFirst())
-                                                              : usageError;
+        return openCommandUrl(parse(rest, QStringLiteral("open <vendel-url>"), 1).operands().constFirst());
     }
     if (command == u"serve") {
-        return expect(0, QStringLiteral("serve")) ? serve() : usageError;
+        parse(rest, QStringLiteral("serve"), 0);
+        return serve();
     }
     return usageFailure(QStringLiteral("unknown command \"%1\".").arg(command));
 }
@@ -215,44 +244,120 @@ HostStorage::Plugin HostCli::installedPlugin(const QString& name)
     return *plugin;
 }
 
-int HostCli::newAction(const QStringList& arguments)
+int HostCli::action(const QStringList& arguments)
 {
-    const QString shape = QStringLiteral("usage: vendel-host action new <plugin> [--no-edit]");
-    if (arguments.isEmpty() || arguments.constFirst() != u"new") {
-        return usageFailure(shape);
+    const QString subcommand = arguments.value(0);
+    if (subcommand == u"new") {
+        const auto parsed =
+            parse(arguments.mid(1), QStringLiteral("action new <plugin> [--title <text>] [--no-edit]"), 1,
+                  {QStringLiteral("--no-edit")}, {QStringLiteral("--title")});
+        const QString title = parsed.value(QStringLiteral("--title")).value_or(QString());
+        if (parsed.value(QStringLiteral("--title"))) {
+            checkTitle(title);
+        }
+        storage(HostStorage::Access::ReadWrite);
+        const HostStorage::Plugin plugin = installedPlugin(parsed.operands().constFirst());
+        const QString id = storage().createAction(plugin.name, title);
+        m_out << id << Qt::endl;
+        if (!parsed.has(QStringLiteral("--no-edit"))) {
+            PluginLauncher::startDetached(plugin.path, PluginLauncher::editUrl(id));
+        }
+        return success;
     }
-    const bool noEdit = arguments.size() == 3 && arguments.at(2) == u"--no-edit";
-    if (arguments.size() < 2 || (arguments.size() == 3 && !noEdit) || arguments.size() > 3) {
-        return usageFailure(shape);
+    if (subcommand == u"title") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("action title <id> <text>"), 2);
+        checkTitle(parsed.operands().at(1));
+        storage(HostStorage::Access::ReadWrite);
+        if (!storage().setTitle(parsed.operands().at(0), parsed.operands().at(1))) {
+            existingAction(parsed.operands().at(0));
+        }
+        return success;
     }
-    storage(HostStorage::Access::ReadWrite);
-    const HostStorage::Plugin plugin = installedPlugin(arguments.at(1));
-    const QString id = storage().createAction(plugin.name);
-    m_out << id << Qt::endl;
-    if (!noEdit) {
-        PluginLauncher::startDetached(plugin.path, PluginLauncher::editUrl(id));
+    if (subcommand == u"delete") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("action delete <id>"), 1);
+        storage(HostStorage::Access::ReadWrite);
+        if (!storage().deleteAction(parsed.operands().constFirst())) {
+            existingAction(parsed.operands().constFirst());
+        }
+        return success;
     }
-    return success;
+    throw UsageError{QStringLiteral("usage: vendel-host action new <plugin> [--title <text>] [--no-edit] | "
+                                    "action title <id> <text> | action delete <id>")};
+}
+
+void HostCli::checkTitle(const QString& title)
+{
+    if (const auto problem = HostInput::titleProblem(title)) {
+        throw UsageError{*problem};
+    }
 }
 
 int HostCli::listActions(const QStringList& arguments)
 {
-    return list(arguments, QStringLiteral("actions"),
-                {QStringLiteral("id"), QStringLiteral("plugin"), QStringLiteral("config")},
-                [](HostStorage& storage) {
-                    QList<QStringList> rows;
-                    for (const HostStorage::Action& action : storage.actions()) {
-                        rows.append({action.id, action.plugin, action.config});
-                    }
-                    return rows;
-                });
+    const QString shape = QStringLiteral("actions [--json | --menu]");
+    const auto parsed = parse(arguments, shape, 0, {QStringLiteral("--json"), QStringLiteral("--menu")});
+    if (parsed.has(QStringLiteral("--menu"))) {
+        if (parsed.has(QStringLiteral("--json"))) {
+            throw UsageError{QStringLiteral("--json and --menu do not go together.\nusage: vendel-host ") +
+                             shape};
+        }
+        QList<HostStorage::Action> actions = storage().actions();
+        sortByTitle(actions);
+        for (const HostStorage::Action& action : actions) {
+            m_out << HostInput::escaped(action.title()) << '\t' << HostInput::escaped(action.id) << '\n';
+        }
+        return success;
+    }
+    QList<Row> rows;
+    for (const HostStorage::Action& action : storage().actions()) {
+        rows.append({action.id, action.title(), action.plugin, action.number, action.config});
+    }
+    print(rows,
+          {QStringLiteral("id"), QStringLiteral("title"), QStringLiteral("plugin"), QStringLiteral("number"),
+           QStringLiteral("config")},
+          parsed.has(QStringLiteral("--json")));
+    return success;
 }
 
-int HostCli::runAction(const QString& id)
+int HostCli::runAction(const QStringList& arguments)
 {
-    const HostStorage::Action action = existingAction(id);
-    PluginLauncher::runAndWait(installedPlugin(action.plugin).path, PluginLauncher::runUrl(id), runTimeout);
+    const QString shape = QStringLiteral("run <id> | run --title <text>");
+    const auto parsed = parse(arguments, shape, -1, {}, {QStringLiteral("--title")});
+    if (parsed.operands().size() != (parsed.value(QStringLiteral("--title")) ? 0 : 1)) {
+        throw UsageError{QStringLiteral("usage: vendel-host ") + shape};
+    }
+    const HostStorage::Action action = parsed.value(QStringLiteral("--title"))
+                                           ? actionTitled(*parsed.value(QStringLiteral("--title")))
+                                           : existingAction(parsed.operands().constFirst());
+    PluginLauncher::runAndWait(installedPlugin(action.plugin).path, PluginLauncher::runUrl(action.id),
+                               PluginLauncher::runTimeLimit);
     return success;
+}
+
+HostStorage::Action HostCli::actionTitled(const QString& title)
+{
+    QList<HostStorage::Action> found;
+    for (const HostStorage::Action& action : storage().actions()) {
+        if (action.title() == title) {
+            found.append(action);
+        }
+    }
+    if (found.isEmpty()) {
+        throw HostError(QStringLiteral("There is no action titled \"%1\"; 'vendel-host actions' lists them.")
+                            .arg(HostInput::escaped(title)));
+    }
+    if (found.size() > 1) {
+        QStringList ids;
+        for (const HostStorage::Action& action : found) {
+            ids.append(action.id);
+        }
+        throw HostError(
+            QStringLiteral("%1 actions are titled \"%2\", so none was run; run one by its identifier: "
+                           "%3.")
+                .arg(found.size())
+                .arg(HostInput::escaped(title), ids.join(QStringLiteral(", "))));
+    }
+    return found.constFirst();
 }
 
 int HostCli::editAction(const QString& id)
@@ -270,12 +375,16 @@ int HostCli::configurePlugin(const QString& name)
 
 int HostCli::config(const QStringList& arguments)
 {
-    if (arguments.size() == 2 && arguments.constFirst() == u"get") {
-        m_out << existingAction(arguments.at(1)).config << Qt::endl;
+    const QString subcommand = arguments.value(0);
+    if (subcommand == u"get") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("config get <id>"), 1);
+        m_out << existingAction(parsed.operands().constFirst()).config << Qt::endl;
         return success;
     }
-    if (arguments.size() == 3 && arguments.constFirst() == u"set") {
-        const QString& json = arguments.at(2);
+    if (subcommand == u"set") {
+        const auto parsed = parse(arguments.mid(1), QStringLiteral("config set <id> <json>"), 2);
+        const QString& id = parsed.operands().at(0);
+        const QString& json = parsed.operands().at(1);
         // An empty text from a person is more likely an unset shell variable than a wish to clear.
         const auto problem = json.isEmpty() ? std::optional<QString>(QStringLiteral(
                                                   "the configuration is not a valid JSON object or array: "
@@ -285,74 +394,68 @@ int HostCli::config(const QStringList& arguments)
             return usageFailure(*problem);
         }
         storage(HostStorage::Access::ReadWrite);
-        existingAction(arguments.at(1));
+        existingAction(id);
         // The text is kept as given, not re-encoded, so the plugin reads back exactly what was set.
-        storage().setConfig(arguments.at(1), json);
+        storage().setConfig(id, json);
         return success;
     }
-    return usageFailure(QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>"));
+    throw UsageError{QStringLiteral("usage: vendel-host config get <id> | config set <id> <json>")};
 }
 
 int HostCli::listPlugins(const QStringList& arguments)
 {
-    return list(arguments, QStringLiteral("plugins"), {QStringLiteral("name"), QStringLiteral("path")},
-                [](HostStorage& storage) {
-                    QList<QStringList> rows;
-                    for (const HostStorage::Plugin& plugin : storage.plugins()) {
-                        rows.append({plugin.name, plugin.path});
-                    }
-                    return rows;
-                });
+    const auto parsed = parse(arguments, QStringLiteral("plugins [--json]"), 0, {QStringLiteral("--json")});
+    QList<Row> rows;
+    for (const HostStorage::Plugin& plugin : storage().plugins()) {
+        rows.append({plugin.name, plugin.displayName(), plugin.icon(), plugin.path});
+    }
+    print(rows,
+          {QStringLiteral("name"), QStringLiteral("displayName"), QStringLiteral("icon"),
+           QStringLiteral("path")},
+          parsed.has(QStringLiteral("--json")));
+    return success;
 }
 
 int HostCli::listResources(const QStringList& arguments)
 {
-    return list(arguments, QStringLiteral("resources"),
-                {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("url")},
-                [](HostStorage& storage) {
-                    QList<QStringList> rows;
-                    for (const HostResource& resource : storage.resources()) {
-                        rows.append({resource.type, resource.name, resource.url});
-                    }
-                    return rows;
-                });
+    const auto parsed = parse(arguments, QStringLiteral("resources [--json]"), 0, {QStringLiteral("--json")});
+    QList<Row> rows;
+    for (const HostResource& resource : storage().resources()) {
+        rows.append({resource.type, resource.name, resource.url});
+    }
+    print(rows, {QStringLiteral("type"), QStringLiteral("name"), QStringLiteral("url")},
+          parsed.has(QStringLiteral("--json")));
+    return success;
 }
 
-int HostCli::list(const QStringList& arguments, const QString& command, const QStringList& keys,
-                  const std::function<QList<QStringList>(HostStorage&)>& rows)
+void HostCli::print(const QList<Row>& rows, const QStringList& keys, bool json)
 {
-    const bool json = arguments == QStringList{QStringLiteral("--json")};
-    if (!arguments.isEmpty() && !json) {
-        return usageFailure(QStringLiteral("usage: vendel-host %1 [--json]").arg(command));
-    }
-    const QList<QStringList> table = rows(storage());
     if (json) {
         QJsonArray array;
-        for (const QStringList& row : table) {
+        for (const Row& row : rows) {
             QJsonObject object;
             for (qsizetype column = 0; column < keys.size(); ++column) {
-                object.insert(keys.at(column), row.at(column));
+                object.insert(keys.at(column), QJsonValue::fromVariant(row.at(column)));
             }
             array.append(object);
         }
         m_out << QJsonDocument(array).toJson(QJsonDocument::Indented);
-        return success;
+        return;
     }
-    for (const QStringList& row : table) {
+    for (const Row& row : rows) {
         QStringList cells;
-        for (const QString& cell : row) {
-            cells.append(visible(cell));
+        for (const QVariant& cell : row) {
+            cells.append(HostInput::escaped(cell.toString()));
         }
         m_out << cells.join(u'\t') << '\n';
     }
-    return success;
 }
 
 int HostCli::openCommandUrl(const QString& url)
 {
     const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
-        m_out << visible(line) << '\n';
+        m_out << HostInput::escaped(line) << '\n';
     }
     return success;
 }
@@ -362,6 +465,14 @@ int HostCli::serve()
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
     HostService service(storage(HostStorage::Access::ReadWrite));
+    // A launch's failure goes to its caller in a signal, and to the service's log for whoever looks later.
+    QObject::connect(
+        &service, &HostService::LaunchEnded, &service,
+        [this](qulonglong, const QString&, const QString&, const QString&, int, const QString& problem) {
+            if (!problem.isEmpty()) {
+                m_err << "vendel-host: " << problem << Qt::endl;
+            }
+        });
     QDBusConnection bus = QDBusConnection::sessionBus();
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.

@@ -5,8 +5,8 @@
 
 #include <QStringList>
 #include <QTextStream>
+#include <QVariantList>
 
-#include <functional>
 #include <memory>
 
 namespace VendelHost {
@@ -32,17 +32,18 @@ public:
 
 private:
     int dispatch(const QStringList& arguments);
-    int newAction(const QStringList& arguments);
+    int action(const QStringList& arguments);
     int listActions(const QStringList& arguments);
-    int runAction(const QString& id);
+    int runAction(const QStringList& arguments);
     int editAction(const QString& id);
     int configurePlugin(const QString& name);
     int config(const QStringList& arguments);
     int listPlugins(const QStringList& arguments);
     int listResources(const QStringList& arguments);
+    // One value per column: texts, and numbers that JSON keeps as numbers.
+    using Row = QVariantList;
     // Prints rows as a table with control characters shown escaped, or as a JSON array of objects.
-    int list(const QStringList& arguments, const QString& command, const QStringList& keys,
-             const std::function<QList<QStringList>(HostStorage&)>& rows);
+    void print(const QList<Row>& rows, const QStringList& keys, bool json);
     int openCommandUrl(const QString& url);
     int serve();
 
@@ -50,6 +51,10 @@ private:
     HostStorage& storage(HostStorage::Access access = HostStorage::Access::ReadOnly);
     HostStorage::Action existingAction(const QString& id);
     HostStorage::Plugin installedPlugin(const QString& name);
+    // The one action with exactly this title; throws HostError naming them all when there are several.
+    HostStorage::Action actionTitled(const QString& title);
+    // Throws a usage error for a title that cannot be kept.
+    static void checkTitle(const QString& title);
     int usageFailure(const QString& message);
 
     QTextStream& m_out;

@@ -1,7 +1,9 @@
-// Strict decoding of resource lists: exact type names, text values, absolute URLs.
+// Strict decoding of resource lists: exact type names, text values, absolute URLs that fit their kind,
+// and never a script URL.
 #include "HostResource.h"
 
 #include "HostError.h"
+#include "HostInput.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -9,27 +11,123 @@
 
 #include <uriparser/Uri.h>
 
+#include <optional>
+
 namespace VendelHost {
 
 namespace {
 
-bool isAbsoluteUrl(const QString& text)
+// The parts of an absolute URL that the kinds are told apart by. Scheme and host are compared without
+// regard to case, as URLs define them.
+struct UrlParts
+{
+    QString scheme;
+    QString host;
+    bool hasPath = false;
+};
+
+std::optional<UrlParts> absoluteUrl(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     UriUriA parsed;
     const char* errorPosition = nullptr;
     if (uriParseSingleUriExA(&parsed, bytes.constData(), bytes.constData() + bytes.size(), &errorPosition) !=
         URI_SUCCESS) {
-        return false;
+        return std::nullopt;
     }
-    const bool hasScheme = parsed.scheme.first != nullptr && parsed.scheme.afterLast != parsed.scheme.first;
+    const auto part = [](const UriTextRangeA& range) {
+        return range.first == nullptr
+                   ? QString()
+                   : QString::fromUtf8(range.first, range.afterLast - range.first).toLower();
+    };
+    UrlParts parts{part(parsed.scheme), part(parsed.hostText), parsed.pathHead != nullptr};
     uriFreeUriMembersA(&parsed);
-    return hasScheme;
+    if (parts.scheme.isEmpty()) {
+        return std::nullopt;
+    }
+    return parts;
 }
 
-QString entryError(qsizetype position, const QString& reason)
+// The scheme that a browser or desktop would find in the text, read as leniently as they do: white space,
+// control and format characters before it are skipped, and tabs and line breaks inside it dropped. Any
+// other character ends it. Only the refusal of script URLs uses this; storage keeps the exact text.
+QString lenientScheme(const QString& text)
 {
-    return QStringLiteral("Resource %1: %2").arg(position + 1).arg(reason);
+    QString scheme;
+    bool started = false;
+    for (const QChar character : text) {
+        const char16_t code = character.unicode();
+        if (code == u'\t' || code == u'\n' || code == u'\r') {
+            continue;
+        }
+        if (!started &&
+            (code <= 0x20 || character.isSpace() || character.category() == QChar::Other_Control ||
+             character.category() == QChar::Other_Format)) {
+            continue;
+        }
+        started = true;
+        if (code == u':') {
+            return scheme.toLower();
+        }
+        const bool letter = (code >= u'a' && code <= u'z') || (code >= u'A' && code <= u'Z');
+        const bool other = (code >= u'0' && code <= u'9') || code == u'+' || code == u'-' || code == u'.';
+        if (!letter && !(other && !scheme.isEmpty())) {
+            return {};
+        }
+        scheme += character;
+    }
+    return {};
+}
+
+// URLs that run code where they are opened, which no resource of any kind may be.
+const QStringList scriptSchemes{QStringLiteral("javascript"), QStringLiteral("data"),
+                                QStringLiteral("vbscript")};
+
+bool isLocalFile(const UrlParts& url)
+{
+    return url.scheme == u"file" && (url.host.isEmpty() || url.host == u"localhost") && url.hasPath;
+}
+
+bool isWebSite(const UrlParts& url)
+{
+    return (url.scheme == u"http" || url.scheme == u"https") && !url.host.isEmpty();
+}
+
+bool isRemoteShell(const UrlParts& url)
+{
+    return url.scheme == u"ssh" && !url.host.isEmpty();
+}
+
+// Why the URL does not fit the kind, or nothing when it does.
+std::optional<QString> kindProblem(const QString& type, const UrlParts& url)
+{
+    if (type == u"website") {
+        return isWebSite(url)
+                   ? std::nullopt
+                   : std::optional<QString>(QStringLiteral("a website needs an http: or https: URL "
+                                                           "with a host"));
+    }
+    if (type == u"terminal") {
+        return isLocalFile(url) || isRemoteShell(url)
+                   ? std::nullopt
+                   : std::optional<QString>(QStringLiteral(
+                         "a terminal location needs a local file: URL or an ssh: URL with a host"));
+    }
+    if (type == u"url") {
+        return std::nullopt;
+    }
+    return isLocalFile(url)
+               ? std::nullopt
+               : std::optional<QString>(QStringLiteral("a %1 needs a local file: URL").arg(type));
+}
+
+// Names the entry by its position, and by its name once that is known.
+QString entryError(qsizetype position, const QString& reason, const QString& name = {})
+{
+    if (name.isNull()) {
+        return QStringLiteral("Resource %1: %2").arg(position + 1).arg(reason);
+    }
+    return QStringLiteral("Resource %1 (\"%2\"): %3").arg(position + 1).arg(HostInput::escaped(name), reason);
 }
 
 } // namespace
@@ -53,35 +151,70 @@ QList<HostResource> HostResource::decodeList(const QByteArray& json)
     }
 
     QList<HostResource> resources;
+    QStringList problems;
     const QJsonArray list = document.array();
     for (qsizetype position = 0; position < list.size(); ++position) {
         const QJsonValue entry = list.at(position);
         if (!entry.isObject()) {
-            throw HostError(entryError(position, QStringLiteral("not a JSON object.")));
+            problems.append(entryError(position, QStringLiteral("not a JSON object.")));
+            continue;
         }
         const QJsonObject object = entry.toObject();
         HostResource resource;
+        QString fieldProblem;
         for (const auto& [key, field] : {std::pair{QStringLiteral("type"), &resource.type},
                                          std::pair{QStringLiteral("name"), &resource.name},
                                          std::pair{QStringLiteral("url"), &resource.url}}) {
             const QJsonValue value = object.value(key);
             if (value.isUndefined()) {
-                throw HostError(entryError(position, QStringLiteral("\"%1\" is missing.").arg(key)));
+                fieldProblem = QStringLiteral("\"%1\" is missing.").arg(key);
+                break;
             }
             if (!value.isString()) {
-                throw HostError(entryError(position, QStringLiteral("\"%1\" is not text.").arg(key)));
+                fieldProblem = QStringLiteral("\"%1\" is not text.").arg(key);
+                break;
             }
             *field = value.toString();
         }
-        if (!types.contains(resource.type)) {
-            throw HostError(entryError(position, QStringLiteral("unknown type \"%1\" (expected one of %2).")
-                                                     .arg(resource.type, types.join(QStringLiteral(", ")))));
+        const QString name = object.value(QStringLiteral("name")).isString() ? resource.name : QString();
+        if (!fieldProblem.isEmpty()) {
+            problems.append(entryError(position, fieldProblem, name));
+            continue;
         }
-        if (!isAbsoluteUrl(resource.url)) {
-            throw HostError(
-                entryError(position, QStringLiteral("\"%1\" is not an absolute URL.").arg(resource.url)));
+        const QString url = HostInput::escaped(resource.url);
+        const QString scheme = lenientScheme(resource.url);
+        if (scriptSchemes.contains(scheme)) {
+            problems.append(entryError(
+                position,
+                QStringLiteral("\"%1\" is a %2: URL, which runs a script; the host never keeps one.")
+                    .arg(url, scheme),
+                name));
+            continue;
+        }
+        if (!types.contains(resource.type)) {
+            problems.append(
+                entryError(position,
+                           QStringLiteral("unknown type \"%1\" (expected one of %2).")
+                               .arg(HostInput::escaped(resource.type), types.join(QStringLiteral(", "))),
+                           name));
+            continue;
+        }
+        const auto parts = absoluteUrl(resource.url);
+        if (!parts) {
+            problems.append(
+                entryError(position, QStringLiteral("\"%1\" is not an absolute URL.").arg(url), name));
+            continue;
+        }
+        if (const auto problem = kindProblem(resource.type, *parts)) {
+            problems.append(entryError(position, QStringLiteral("%1, not \"%2\".").arg(*problem, url), name));
+            continue;
         }
         resources.append(resource);
+    }
+    if (!problems.isEmpty()) {
+        problems.append(problems.size() == 1 ? QStringLiteral("It was refused, so nothing was added.")
+                                             : QStringLiteral("They were refused, so nothing was added."));
+        throw HostError(problems.join(u'\n'));
     }
     return resources;
 }

@@ -1,56 +1,56 @@
 // Answers each method from storage: reads at once on the bus thread, writes in order on a writer thread.
 #include "HostService.h"
 
+#include "ActionsAdaptor.h"
 #include "HostAdaptor.h"
 #include "HostError.h"
 #include "HostInput.h"
 #include "PluginInstaller.h"
+#include "PluginLauncher.h"
 
 #include <QDBusConnectionInterface>
 
 namespace VendelHost {
 
-namespace {
+namespace {} // namespace
 
-// A call that storage cannot answer as asked, with the error name the client sees.
-struct Refusal
+// Failures the host expects have names of their own; anything else is still answered, never left to end
+// the host.
+QDBusMessage HostService::replyTo(const QDBusMessage& call, const WriterThread::Outcome& outcome)
 {
-    const char* errorName;
-    QString message;
-};
-
-QDBusMessage respond(const QDBusMessage& call, const std::function<QVariantList(HostStorage&)>& job,
-                     const std::function<HostStorage&()>& storage)
-{
+    if (!outcome.failure) {
+        return call.createReply(outcome.values);
+    }
     try {
-        return call.createReply(job(storage()));
+        std::rethrow_exception(outcome.failure);
     } catch (const Refusal& refusal) {
         return call.createErrorReply(QString::fromLatin1(refusal.errorName), refusal.message);
     } catch (const HostError& error) {
         return call.createErrorReply(QString::fromLatin1(HostService::storageError), error.message());
+    } catch (const std::exception& error) {
+        return call.createErrorReply(
+            QString::fromLatin1(HostService::failedError),
+            QStringLiteral("The host failed: %1").arg(QString::fromLocal8Bit(error.what())));
+    } catch (...) {
+        return call.createErrorReply(QString::fromLatin1(HostService::failedError),
+                                     QStringLiteral("The host failed for an unknown reason."));
     }
 }
 
-} // namespace
-
 HostService::HostService(HostStorage& storage, QObject* parent)
-    : QObject(parent), m_storage(storage), m_dataDirectory(storage.dataDirectory()),
-      m_writer(std::make_unique<QObject>())
+    : QObject(parent), m_storage(storage), m_writer(storage.dataDirectory()),
+      m_launches(PluginLauncher::runTimeLimit)
 {
+    registerEntryTypes();
     new Host1Adaptor(this);
-    m_writerThread.setObjectName(QStringLiteral("vendel-host writer"));
-    m_writer->moveToThread(&m_writerThread);
-    m_writerThread.start();
+    new Actions1Adaptor(this);
+    connect(&m_launches, &Launches::ended, this, [this](const Launches::Outcome& outcome) {
+        Q_EMIT LaunchEnded(outcome.launch, Launches::verbName(outcome.request.verb), outcome.request.actionID,
+                           outcome.request.plugin, outcome.exitStatus, outcome.failure);
+    });
 }
 
-HostService::~HostService()
-{
-    // The writer's connection belongs to its thread and is closed there, after the queued writes.
-    QMetaObject::invokeMethod(
-        m_writer.get(), [this] { m_writerStorage.reset(); }, Qt::BlockingQueuedConnection);
-    m_writerThread.quit();
-    m_writerThread.wait();
-}
+HostService::~HostService() = default;
 
 void HostService::serveOn(QDBusConnection bus)
 {
@@ -80,45 +80,34 @@ void HostService::refuse(const char* errorName, const QString& message)
     sendErrorReply(QString::fromLatin1(errorName), message);
 }
 
-HostStorage& HostService::writerStorage()
-{
-    if (!m_writerStorage) {
-        m_writerStorage = std::make_unique<HostStorage>(m_dataDirectory);
-    }
-    return *m_writerStorage;
-}
-
 // Reads never wait for a lock on the bus thread: the write-ahead log lets a reader go past a writer. Writes
 // run one after another on their own thread, so a write that waits for another process's lock holds up
 // only the writes queued behind it, and the same client's later calls, which must see its own writes. A
 // write is committed before its reply is sent, so an answered write survives the host being killed.
-void HostService::perform(Work work, const Job& job)
+void HostService::perform(Work work, const Job& job, const Finish& finish)
 {
     setDelayedReply(true);
     const QDBusMessage call = message();
     QDBusConnection bus = connection();
     const QString client = call.service();
+    // What the job found becomes the reply here, on the service's thread, whichever thread ran the job.
+    const auto answer = [call, finish](WriterThread::Outcome outcome) {
+        if (!outcome.failure && finish) {
+            outcome = WriterThread::capture([&] { return finish(outcome.values); });
+        }
+        return replyTo(call, outcome);
+    };
     if (work == Work::Read && !m_queued.contains(client)) {
-        bus.send(respond(call, job, [this]() -> HostStorage& { return m_storage; }));
+        bus.send(answer(WriterThread::run(job, [this]() -> HostStorage& { return m_storage; })));
         return;
     }
     ++m_queued[client];
-    QMetaObject::invokeMethod(
-        m_writer.get(),
-        [this, call, job, bus, client] {
-            const QDBusMessage reply =
-                respond(call, job, [this]() -> HostStorage& { return writerStorage(); });
-            QMetaObject::invokeMethod(
-                this,
-                [this, reply, bus, client]() mutable {
-                    bus.send(reply);
-                    if (--m_queued[client] == 0) {
-                        m_queued.remove(client);
-                    }
-                },
-                Qt::QueuedConnection);
-        },
-        Qt::QueuedConnection);
+    m_writer.post(job, this, [this, answer, bus, client](const WriterThread::Outcome& outcome) mutable {
+        bus.send(answer(outcome));
+        if (--m_queued[client] == 0) {
+            m_queued.remove(client);
+        }
+    });
 }
 
 QString HostService::GetConfig(const QString& actionID)

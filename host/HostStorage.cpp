@@ -2,6 +2,7 @@
 #include "HostStorage.h"
 
 #include "HostError.h"
+#include "HostSchema.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -13,7 +14,6 @@
 #include <QSqlQuery>
 #include <QStandardPaths>
 #include <QUrl>
-#include <QUuid>
 #include <QVariant>
 
 #include <atomic>
@@ -43,17 +43,6 @@ constexpr int sqliteBusy = 5;
 constexpr int sqliteLocked = 6;
 constexpr int sqliteCorrupt = 11;
 constexpr int sqliteNotADatabase = 26;
-
-const char* const schema[] = {
-    "CREATE TABLE IF NOT EXISTS actions (id TEXT PRIMARY KEY, plugin TEXT NOT NULL, config TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS global_configs (bundle_id TEXT PRIMARY KEY, config TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS plugins (name TEXT PRIMARY KEY, path TEXT NOT NULL)",
-    "CREATE TABLE IF NOT EXISTS resources (position INTEGER PRIMARY KEY, type TEXT NOT NULL, "
-    "name TEXT NOT NULL, url TEXT NOT NULL)",
-};
-constexpr auto schemaCheck = "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
-                             "('actions', 'global_configs', 'plugins', 'resources')";
-constexpr int schemaTables = 4;
 
 QString uniqueConnectionName()
 {
@@ -118,6 +107,13 @@ QSqlQuery run(const QString& connectionName, const QString& path, const QString&
         fail(query.lastError(), path);
     }
     return query;
+}
+
+HostSchema::Run runOn(const QString& connectionName, const QString& path)
+{
+    return [connectionName, path](const QString& statement, const QVariantList& values) {
+        return run(connectionName, path, statement, values);
+    };
 }
 
 QString errnoText()
@@ -246,10 +242,23 @@ void HostStorage::openConnection(const QString& name, const QString& options)
     }
 }
 
-bool HostStorage::hasSchema()
+int HostStorage::readSchemaVersion()
 {
-    QSqlQuery query = run(m_connectionName, databasePath(), QString::fromLatin1(schemaCheck));
-    return query.next() && query.value(0).toInt() == schemaTables;
+    QSqlQuery query = run(m_connectionName, databasePath(), QStringLiteral("PRAGMA user_version"));
+    return query.next() ? query.value(0).toInt() : 0;
+}
+
+void HostStorage::refuseNewerSchema(int version) const
+{
+    if (version > HostSchema::latestVersion) {
+        throw HostError(
+            QStringLiteral("The database %1 was written by a newer vendel-host (its tables are of "
+                           "version %2; this one knows versions up to %3). Nothing was read or "
+                           "written: use the newer vendel-host.")
+                .arg(databasePath())
+                .arg(version)
+                .arg(HostSchema::latestVersion));
+    }
 }
 
 void HostStorage::openWritable()
@@ -275,6 +284,8 @@ void HostStorage::setUp()
     bool announced = false;
     for (;;) {
         try {
+            // A newer program's database is left exactly as it is, its journal mode included.
+            refuseNewerSchema(readSchemaVersion());
             // Each pragma's statement is done with before the next: an open one would hold a transaction.
             const auto journalMode = [&](const QString& statement) {
                 QSqlQuery query = run(m_connectionName, path, statement);
@@ -284,13 +295,27 @@ void HostStorage::setUp()
                 journalMode(QStringLiteral("PRAGMA journal_mode=WAL")) != u"wal") {
                 throw HostError(QStringLiteral("The database %1 cannot use a write-ahead log.").arg(path));
             }
-            if (!hasSchema()) {
+            if (readSchemaVersion() != HostSchema::latestVersion ||
+                !HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()))) {
                 write([&] {
-                    for (const char* statement : schema) {
-                        run(m_connectionName, path, QString::fromLatin1(statement));
+                    // Read again under the write lock: another process may have set it up meanwhile.
+                    const int version = readSchemaVersion();
+                    refuseNewerSchema(version);
+                    if (!HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()))) {
+                        if (version != 0) {
+                            throw HostError(
+                                QStringLiteral("The database %1 is not a vendel-host database: it has "
+                                               "a version but not the host's tables.")
+                                    .arg(path));
+                        }
+                        HostSchema::createBaseTables(runOn(m_connectionName, databasePath()));
+                    }
+                    if (version != HostSchema::latestVersion) {
+                        HostSchema::migrate(version, runOn(m_connectionName, databasePath()));
                     }
                 });
             }
+            m_schemaVersion = HostSchema::latestVersion;
             break;
         } catch (const LockedError& error) {
             if (deadline.hasExpired()) {
@@ -313,7 +338,7 @@ void HostStorage::setUp()
 
 void HostStorage::openReadOnly()
 {
-    // Nothing to read yet is an empty host: an in-memory database with the schema answers for it.
+    // Nothing to read yet is an empty host: an in-memory database with the tables answers for it.
     const auto openEmpty = [this] {
         {
             QSqlDatabase database = QSqlDatabase::database(m_connectionName, false);
@@ -321,9 +346,9 @@ void HostStorage::openReadOnly()
         }
         QSqlDatabase::removeDatabase(m_connectionName);
         openConnection(QStringLiteral(":memory:"), {});
-        for (const char* statement : schema) {
-            run(m_connectionName, databasePath(), QString::fromLatin1(statement));
-        }
+        HostSchema::createBaseTables(runOn(m_connectionName, databasePath()));
+        HostSchema::migrate(0, runOn(m_connectionName, databasePath()));
+        m_schemaVersion = HostSchema::latestVersion;
     };
     const QFileInfo folder(m_dataDirectory);
     if (folder.exists() && !folder.isDir()) {
@@ -347,7 +372,7 @@ void HostStorage::openReadOnly()
     openConnection(uri + QStringLiteral("?mode=ro"), options);
     bool present = false;
     try {
-        present = hasSchema();
+        present = HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()));
     } catch (const HostError& error) {
         // A reader of a write-ahead log needs its index file, which a read-only folder cannot hold. When
         // there is no log, the database file holds every committed write and can be read as it stands.
@@ -362,8 +387,11 @@ void HostStorage::openReadOnly()
         QSqlDatabase::database(m_connectionName, false).close();
         QSqlDatabase::removeDatabase(m_connectionName);
         openConnection(uri + QStringLiteral("?immutable=1"), options);
-        present = hasSchema();
+        present = HostSchema::hasBaseTables(runOn(m_connectionName, databasePath()));
     }
+    // An older database is read as it is: the queries know each version's tables.
+    m_schemaVersion = readSchemaVersion();
+    refuseNewerSchema(m_schemaVersion);
     if (!present) {
         openEmpty();
     }
@@ -399,128 +427,9 @@ void HostStorage::checkWriteAheadLog()
     }
 }
 
-QString HostStorage::createAction(const QString& plugin)
+QSqlQuery HostStorage::sql(const QString& statement, const QVariantList& values) const
 {
-    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    write([&] {
-        run(m_connectionName, databasePath(),
-            QStringLiteral("INSERT INTO actions (id, plugin, config) VALUES (?, ?, '')"), {id, plugin});
-    });
-    return id;
-}
-
-std::optional<HostStorage::Action> HostStorage::action(const QString& id) const
-{
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT id, plugin, config FROM actions WHERE id = ?"), {id});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Action{query.value(0).toString(), query.value(1).toString(), query.value(2).toString()};
-}
-
-QList<HostStorage::Action> HostStorage::actions() const
-{
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT id, plugin, config FROM actions ORDER BY rowid"));
-    QList<Action> actions;
-    while (query.next()) {
-        actions.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});
-    }
-    return actions;
-}
-
-bool HostStorage::setConfig(const QString& id, const QString& config)
-{
-    bool found = false;
-    write([&] {
-        const QSqlQuery query =
-            run(m_connectionName, databasePath(),
-                QStringLiteral("UPDATE actions SET config = ? WHERE id = ?"), {config, id});
-        found = query.numRowsAffected() > 0;
-    });
-    return found;
-}
-
-QString HostStorage::globalConfig(const QString& bundleID) const
-{
-    QSqlQuery query =
-        run(m_connectionName, databasePath(),
-            QStringLiteral("SELECT config FROM global_configs WHERE bundle_id = ?"), {bundleID});
-    return query.next() ? query.value(0).toString() : QString();
-}
-
-void HostStorage::setGlobalConfig(const QString& bundleID, const QString& config)
-{
-    write([&] {
-        run(m_connectionName, databasePath(),
-            QStringLiteral("INSERT INTO global_configs (bundle_id, config) VALUES (?, ?) "
-                           "ON CONFLICT (bundle_id) DO UPDATE SET config = excluded.config"),
-            {bundleID, config});
-    });
-}
-
-void HostStorage::recordPlugin(const Plugin& plugin)
-{
-    write([&] {
-        run(m_connectionName, databasePath(),
-            QStringLiteral("INSERT INTO plugins (name, path) VALUES (?, ?) "
-                           "ON CONFLICT (name) DO UPDATE SET path = excluded.path"),
-            {plugin.name, plugin.path});
-    });
-}
-
-std::optional<HostStorage::Plugin> HostStorage::plugin(const QString& name) const
-{
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT name, path FROM plugins WHERE name = ?"), {name});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Plugin{query.value(0).toString(), query.value(1).toString()};
-}
-
-std::optional<HostStorage::Plugin> HostStorage::pluginWithPath(const QString& path) const
-{
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT name, path FROM plugins WHERE path = ?"), {path});
-    if (!query.next()) {
-        return std::nullopt;
-    }
-    return Plugin{query.value(0).toString(), query.value(1).toString()};
-}
-
-QList<HostStorage::Plugin> HostStorage::plugins() const
-{
-    QSqlQuery query =
-        run(m_connectionName, databasePath(), QStringLiteral("SELECT name, path FROM plugins ORDER BY name"));
-    QList<Plugin> plugins;
-    while (query.next()) {
-        plugins.append({query.value(0).toString(), query.value(1).toString()});
-    }
-    return plugins;
-}
-
-void HostStorage::addResources(const QList<HostResource>& resources)
-{
-    write([&] {
-        for (const HostResource& resource : resources) {
-            run(m_connectionName, databasePath(),
-                QStringLiteral("INSERT INTO resources (type, name, url) VALUES (?, ?, ?)"),
-                {resource.type, resource.name, resource.url});
-        }
-    });
-}
-
-QList<HostResource> HostStorage::resources() const
-{
-    QSqlQuery query = run(m_connectionName, databasePath(),
-                          QStringLiteral("SELECT type, name, url FROM resources ORDER BY position"));
-    QList<HostResource> resources;
-    while (query.next()) {
-        resources.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});
-    }
-    return resources;
+    return run(m_connectionName, databasePath(), statement, values);
 }
 
 } // namespace VendelHost

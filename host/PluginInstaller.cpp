@@ -1,6 +1,7 @@
 // A plugin is known by its executable: /proc tells which one a caller runs, a symbolic link shows it.
 #include "PluginInstaller.h"
 
+#include "DesktopEntry.h"
 #include "HostError.h"
 
 #include <QDir>
@@ -66,7 +67,12 @@ HostStorage::Plugin PluginInstaller::install(const QString& executablePath)
         throw HostError(
             QStringLiteral("Cannot install %1: it is not an executable file.").arg(executablePath));
     }
-    const HostStorage::Plugin plugin{pluginName(path), path};
+    HostStorage::Plugin plugin{pluginName(path), path, {}, {}};
+    // What the desktop shows for the plugin is read now, so that every listing need not read it again.
+    if (const auto entry = DesktopEntry::forExecutable(plugin.name)) {
+        plugin.entryName = entry->name;
+        plugin.entryIcon = entry->icon;
+    }
 
     // A new link takes the old one's place in one rename, so the folder never lacks the plugin meanwhile.
     const QDir folder(m_storage.pluginFolder());

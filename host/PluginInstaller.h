@@ -27,8 +27,9 @@ public:
     // The name by which people call a plugin: its executable's file name.
     static QString pluginName(const QString& executablePath);
 
-    // Links the executable into the plugin folder under the plugin's name, then records it, replacing an
-    // earlier plugin of that name. Throws HostError when the link cannot be made or the record written.
+    // Links the executable into the plugin folder under the plugin's name, then records it with the name
+    // and icon of its desktop entry, replacing an earlier plugin of that name. Throws HostError when the link
+    // cannot be made or the record written.
     HostStorage::Plugin install(const QString& executablePath);
     // Whether the path, or what it links to, is an installed plugin's executable.
     bool isInstalledAtPath(const QString& path) const;

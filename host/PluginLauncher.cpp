@@ -19,7 +19,9 @@ QString launchUrl(const char* verb, const QString& actionID)
         .arg(QLatin1String(verb), QString::fromLatin1(QUrl::toPercentEncoding(actionID)));
 }
 
-void checkExecutable(const QString& executable)
+} // namespace
+
+void PluginLauncher::checkExecutable(const QString& executable)
 {
     const QFileInfo file(executable);
     if (!file.exists()) {
@@ -31,7 +33,31 @@ void checkExecutable(const QString& executable)
     }
 }
 
-} // namespace
+std::optional<QString> PluginLauncher::endProblem(const QString& executable, const QString& url,
+                                                  int exitStatus, int signal)
+{
+    if (signal > 0) {
+        return QStringLiteral("%1 crashed while handling %2 (signal %3).").arg(executable, url).arg(signal);
+    }
+    if (signal < 0) {
+        return QStringLiteral("%1 crashed while handling %2.").arg(executable, url);
+    }
+    if (exitStatus < 0) {
+        return QStringLiteral("%1 ended while handling %2, and how is not known.").arg(executable, url);
+    }
+    if (exitStatus != 0) {
+        return QStringLiteral("%1 failed on %2 (exit status %3).").arg(executable, url).arg(exitStatus);
+    }
+    return std::nullopt;
+}
+
+QString PluginLauncher::timeLimitProblem(const QString& executable, const QString& url,
+                                         std::chrono::milliseconds timeout)
+{
+    return QStringLiteral("%1 did not finish %2 within %3 s; it was stopped.")
+        .arg(executable, url)
+        .arg(static_cast<double>(timeout.count()) / 1000.0);
+}
 
 QString PluginLauncher::runUrl(const QString& actionID)
 {
@@ -61,16 +87,13 @@ void PluginLauncher::runAndWait(const QString& executable, const QString& url,
     if (!process.waitForFinished(static_cast<int>(timeout.count()))) {
         process.kill();
         process.waitForFinished();
-        throw HostError(QStringLiteral("%1 did not finish %2 within %3 s; it was stopped.")
-                            .arg(executable, url)
-                            .arg(static_cast<double>(timeout.count()) / 1000.0));
+        throw HostError(timeLimitProblem(executable, url, timeout));
     }
-    if (process.exitStatus() == QProcess::CrashExit) {
-        throw HostError(QStringLiteral("%1 crashed while handling %2.").arg(executable, url));
-    }
-    if (process.exitCode() != 0) {
-        throw HostError(
-            QStringLiteral("%1 failed on %2 (exit status %3).").arg(executable, url).arg(process.exitCode()));
+    // QProcess does not say which signal ended a crashed plugin.
+    const bool crashed = process.exitStatus() == QProcess::CrashExit;
+    if (const auto problem =
+            endProblem(executable, url, crashed ? -1 : process.exitCode(), crashed ? -1 : 0)) {
+        throw HostError(*problem);
     }
 }
 

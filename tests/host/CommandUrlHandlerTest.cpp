@@ -58,6 +58,23 @@ private Q_SLOTS:
         QVERIFY(m_storage->resources().isEmpty());
     }
 
+    void aListWithAScriptUrlStoresNothing()
+    {
+        CommandUrlHandler handler(*m_storage);
+        try {
+            handler.handle(addResourcesUrl(
+                "[{\"type\":\"folder\",\"name\":\"Docs\",\"url\":\"file:///tmp/docs\"},"
+                "{\"type\":\"website\",\"name\":\"Click\",\"url\":\"\\u0001jAvAsCrIpT:x\"}]"));
+            QFAIL("handled");
+        } catch (const HostError& error) {
+            QVERIFY2(error.message().startsWith(
+                         QStringLiteral("Resource 2 (\"Click\"): \"\\x01jAvAsCrIpT:x\" is a "
+                                        "javascript: URL")),
+                     qPrintable(error.message()));
+        }
+        QVERIFY(m_storage->resources().isEmpty());
+    }
+
     void reportsMalformedUrlsAndStoresNothing_data()
     {
         QTest::addColumn<QString>("url");
@@ -76,7 +93,7 @@ private Q_SLOTS:
         QTest::newRow("cut short") << addResourcesUrl("[" + good) << QStringLiteral("not JSON");
         QTest::newRow("one bad of two")
             << addResourcesUrl("[" + good + ",{\"type\":\"Folder\",\"name\":\"b\",\"url\":\"c:d\"}]")
-            << QStringLiteral("Resource 2: unknown type");
+            << QStringLiteral("Resource 2 (\"b\"): unknown type");
         QTest::newRow("missing url") << addResourcesUrl("[{\"type\":\"file\",\"name\":\"a\"}]")
                                      << QStringLiteral("\"url\" is missing");
         QTest::newRow("object, not list") << addResourcesUrl(good) << QStringLiteral("not a JSON array");

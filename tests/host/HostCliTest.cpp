@@ -2,6 +2,7 @@
 #include "DatabaseLock.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
+#include "OldDatabase.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,9 +51,29 @@ private Q_SLOTS:
     {
         const auto result = m_host->run({QStringLiteral("--help")});
         QCOMPARE(result.exitCode, 0);
-        for (const char* command : {"action new", "actions", "run <id>", "edit <id>", "configure <plugin>",
-                                    "config get", "config set", "plugins", "resources", "open", "serve",
-                                    "--json", "1 MiB", "VENDEL_HOST_DATA_DIR"}) {
+        for (const char* command : {"action new <plugin> [--title <text>] [--no-edit]",
+                                    "action title <id> <text>",
+                                    "action delete <id>",
+                                    "actions [--json | --menu]",
+                                    "run <id>",
+                                    "run --title <text>",
+                                    "edit <id>",
+                                    "configure <plugin>",
+                                    "config get",
+                                    "config set",
+                                    "plugins",
+                                    "resources",
+                                    "open",
+                                    "serve",
+                                    "org.vendel.Actions1",
+                                    "--json",
+                                    "1 MiB",
+                                    "VENDEL_HOST_DATA_DIR",
+                                    "1 to 200 characters",
+                                    "display name and its number",
+                                    "| rofi -dmenu | cut -f2 | xargs -r vendel-host run --",
+                                    "-- ends them",
+                                    "earlier vendel-host"}) {
             QVERIFY2(result.out.contains(QLatin1String(command)), command);
         }
     }
@@ -101,12 +122,37 @@ private Q_SLOTS:
             "usage: vendel-host plugins [--json]");
         row("actions with two",
             {QStringLiteral("actions"), QStringLiteral("--json"), QStringLiteral("--json")},
-            "usage: vendel-host actions [--json]");
+            "the option --json is given twice");
+        row("actions as menu and JSON",
+            {QStringLiteral("actions"), QStringLiteral("--json"), QStringLiteral("--menu")},
+            "--json and --menu do not go together");
+        row("action title without text",
+            {QStringLiteral("action"), QStringLiteral("title"), QStringLiteral("x")},
+            "usage: vendel-host action title <id> <text>");
+        row("action delete without id", {QStringLiteral("action"), QStringLiteral("delete")},
+            "usage: vendel-host action delete <id>");
+        row("action new, title without text",
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"), QStringLiteral("--title")},
+            "the option --title needs a value");
+        row("run, title and id",
+            {QStringLiteral("run"), QStringLiteral("--title"), QStringLiteral("a"), QStringLiteral("b")},
+            "usage: vendel-host run <id> | run --title <text>");
+        row("run, title without text", {QStringLiteral("run"), QStringLiteral("--title")},
+            "the option --title needs a value");
         row("resources with other option", {QStringLiteral("resources"), QStringLiteral("--csv")},
             "usage: vendel-host resources [--json]");
         row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
             "usage: vendel-host serve");
         row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
+        row("unknown option of run", {QStringLiteral("run"), QStringLiteral("--now"), QStringLiteral("x")},
+            "unknown option \"--now\"");
+        row("unknown option of config get",
+            {QStringLiteral("config"), QStringLiteral("get"), QStringLiteral("-x"), QStringLiteral("x")},
+            "unknown option \"-x\"");
+        row("an option twice",
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("x"),
+             QStringLiteral("--no-edit"), QStringLiteral("--no-edit")},
+            "the option --no-edit is given twice");
     }
 
     void wrongCommandLinesAreUsageErrors()
@@ -129,6 +175,44 @@ private Q_SLOTS:
         QVERIFY(storage().actions().isEmpty());
     }
 
+    void anOperandAfterTheEndOfOptionsIsNamedAsItIs_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("action new") << QStringList{QStringLiteral("action"), QStringLiteral("new"),
+                                                   QStringLiteral("--"), QStringLiteral("--no-edit")}
+                                    << QStringLiteral("There is no plugin \"--no-edit\"");
+        QTest::newRow("run") << QStringList{QStringLiteral("run"), QStringLiteral("--"), QStringLiteral("-x")}
+                             << QStringLiteral("There is no action \"-x\"");
+        QTest::newRow("config get") << QStringList{QStringLiteral("config"), QStringLiteral("get"),
+                                                   QStringLiteral("--"), QStringLiteral("--json")}
+                                    << QStringLiteral("There is no action \"--json\"");
+        QTest::newRow("configure") << QStringList{QStringLiteral("configure"), QStringLiteral("--"),
+                                                  QStringLiteral("--help")}
+                                   << QStringLiteral("There is no plugin \"--help\"");
+    }
+
+    void anOperandAfterTheEndOfOptionsIsNamedAsItIs()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expected);
+        installStub(stub);
+        const auto result = m_host->run(arguments);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(expected), qPrintable(result.err));
+        QVERIFY(storage().actions().isEmpty());
+        QVERIFY(record().isEmpty());
+    }
+
+    void optionsMayComeBeforeTheOperands()
+    {
+        installStub(m_directory->filePath(QStringLiteral("gone")));
+        const auto result = m_host->run(
+            {QStringLiteral("action"), QStringLiteral("new"), QStringLiteral("--no-edit"), stubName});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+        QCOMPARE(storage().actions().size(), 1);
+    }
+
     void aNewActionIsPrintedAndOpenedInItsEditor()
     {
         installStub(stub);
@@ -139,7 +223,7 @@ private Q_SLOTS:
                  qPrintable(result.out));
         QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\n").arg(id));
         const auto listed = m_host->run({QStringLiteral("actions")});
-        QCOMPARE(listed.out, QStringLiteral("%1\tstub\t\n").arg(id));
+        QCOMPARE(listed.out, QStringLiteral("%1\tstub 1\tstub\t1\t\n").arg(id));
     }
 
     void aNewActionWithoutEditorLaunchesNothing()
@@ -151,6 +235,312 @@ private Q_SLOTS:
             {QStringLiteral("action"), QStringLiteral("new"), stubName, QStringLiteral("--no-edit")});
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(storage().actions().size(), 2);
+    }
+
+    void titlesAreKeptExactly_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("plain") << QStringLiteral("Road Trip");
+        QTest::newRow("unicode") << QStringLiteral("Ünïcødé 🎵 Straße — 東京 مرحبا");
+        QTest::newRow("combining marks") << QStringLiteral("Cafe\u0301");
+        QTest::newRow("one character") << QStringLiteral("x");
+        QTest::newRow("200 characters") << QString(200, u'a');
+        // 200 characters that each take two UTF-16 units: characters are counted, not units.
+        QTest::newRow("200 emoji") << QString(QStringLiteral("🎵")).repeated(200);
+        QTest::newRow("dashes") << QStringLiteral("--no-edit");
+        QTest::newRow("spaces inside and around") << QStringLiteral(" a  b ");
+    }
+
+    void titlesAreKeptExactly()
+    {
+        QFETCH(QString, title);
+        installStub(stub);
+        const auto created = m_host->run({QStringLiteral("action"), QStringLiteral("new"), stubName,
+                                          QStringLiteral("--no-edit"), QStringLiteral("--title"), title});
+        QVERIFY2(created.exitCode == 0, qPrintable(created.err));
+        const QString id = created.out.trimmed();
+        QCOMPARE(storage().action(id)->title(), title);
+        const QString other = newAction();
+        const auto titled = m_host->run(
+            {QStringLiteral("action"), QStringLiteral("title"), QStringLiteral("--"), other, title});
+        QVERIFY2(titled.exitCode == 0, qPrintable(titled.err));
+        QCOMPARE(storage().action(other)->title(), title);
+        const QJsonArray list =
+            QJsonDocument::fromJson(
+                m_host->run({QStringLiteral("actions"), QStringLiteral("--json")}).out.toUtf8())
+                .array();
+        QCOMPARE(list.at(0).toObject().value(QStringLiteral("title")).toString(), title);
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out.section(u'\t', 1, 1), title);
+    }
+
+    void badTitlesAreRefusedAndNothingIsStored_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("empty") << QString() << QStringLiteral("the title is empty");
+        QTest::newRow("201 characters")
+            << QString(201, u'a') << QStringLiteral("the title has 201 characters");
+        QTest::newRow("201 emoji") << QString(QStringLiteral("🎵")).repeated(201)
+                                   << QStringLiteral("the title has 201 characters");
+        QTest::newRow("tab") << QStringLiteral("a\tb")
+                             << QStringLiteral("control character or line break (\\t)");
+        QTest::newRow("line feed") << QStringLiteral("a\n") << QStringLiteral("(\\n) at character 2");
+        QTest::newRow("carriage return") << QStringLiteral("\ra") << QStringLiteral("(\\r) at character 1");
+        QTest::newRow("escape") << QStringLiteral("a\x1b[2J") << QStringLiteral("(\\x1b)");
+        QTest::newRow("delete") << QStringLiteral("a\x7f") << QStringLiteral("(\\x7f)");
+        QTest::newRow("next line") << QStringLiteral("a\u0085b") << QStringLiteral("(\\u0085)");
+        QTest::newRow("line separator") << QStringLiteral("a\u2028b") << QStringLiteral("(\\u2028)");
+        QTest::newRow("paragraph separator") << QStringLiteral("a\u2029b") << QStringLiteral("(\\u2029)");
+        QTest::newRow("only spaces") << QStringLiteral("   ") << QStringLiteral("only white space");
+    }
+
+    void badTitlesAreRefusedAndNothingIsStored()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, expected);
+        const QString id = newAction();
+        QVERIFY(storage().setTitle(id, QStringLiteral("Kept")));
+        const auto created = m_host->run({QStringLiteral("action"), QStringLiteral("new"), stubName,
+                                          QStringLiteral("--no-edit"), QStringLiteral("--title=") + title});
+        QCOMPARE(created.exitCode, 2);
+        QVERIFY2(created.err.contains(expected), qPrintable(created.err));
+        QVERIFY(created.out.isEmpty());
+        const auto titled = m_host->run({QStringLiteral("action"), QStringLiteral("title"), id, title});
+        QCOMPARE(titled.exitCode, 2);
+        QVERIFY2(titled.err.contains(expected), qPrintable(titled.err));
+        QCOMPARE(storage().actions().size(), 1);
+        QCOMPARE(storage().action(id)->title(), QStringLiteral("Kept"));
+        QVERIFY(record().isEmpty());
+    }
+
+    void defaultTitlesNumberEachPluginsActionsAndNeverReuseANumber()
+    {
+        HostStorage(dataDirectory())
+            .recordPlugin({stubName, stub, QStringLiteral("Stub Player"), QStringLiteral("stub-player")});
+        const auto create = [this] {
+            return m_host
+                ->run(
+                    {QStringLiteral("action"), QStringLiteral("new"), stubName, QStringLiteral("--no-edit")})
+                .out.trimmed();
+        };
+        const QString first = create();
+        const QString second = create();
+        const QString third = create();
+        QCOMPARE(m_host->run({QStringLiteral("action"), QStringLiteral("delete"), third}).exitCode, 0);
+        QCOMPARE(m_host->run({QStringLiteral("action"), QStringLiteral("delete"), second}).exitCode, 0);
+        const QString fourth = create();
+        HostStorage(dataDirectory()).recordPlugin({QStringLiteral("other"), stub});
+        const QString other = HostStorage(dataDirectory()).createAction(QStringLiteral("other"));
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out,
+                 QStringLiteral(
+                     "%1\tStub Player 1\tstub\t1\t\n%2\tStub Player 4\tstub\t4\t\n%3\tother 1\tother\t1\t\n")
+                     .arg(first, fourth, other));
+        // A title of its own replaces the default one; the number stays.
+        QCOMPARE(
+            m_host->run({QStringLiteral("action"), QStringLiteral("title"), first, QStringLiteral("Focus")})
+                .exitCode,
+            0);
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out.section(u'\n', 0, 0),
+                 QStringLiteral("%1\tFocus\tstub\t1\t").arg(first));
+    }
+
+    void deletingRemovesOnlyThatAction()
+    {
+        const QString kept = newAction();
+        const QString gone = newAction();
+        storage().setConfig(gone, QStringLiteral("{\"a\":1}"));
+        const auto deleted = m_host->run({QStringLiteral("action"), QStringLiteral("delete"), gone});
+        QVERIFY2(deleted.exitCode == 0, qPrintable(deleted.err));
+        QVERIFY(deleted.out.isEmpty());
+        QVERIFY(!storage().action(gone));
+        QVERIFY(storage().action(kept));
+        const auto again = m_host->run({QStringLiteral("config"), QStringLiteral("get"), gone});
+        QCOMPARE(again.exitCode, 1);
+    }
+
+    void deletingOrTitlingAnUnknownActionIsReported_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("delete") << QStringList{QStringLiteral("action"), QStringLiteral("delete"),
+                                               QStringLiteral("nope")};
+        QTest::newRow("title") << QStringList{QStringLiteral("action"), QStringLiteral("title"),
+                                              QStringLiteral("nope"), QStringLiteral("x")};
+    }
+
+    void deletingOrTitlingAnUnknownActionIsReported()
+    {
+        QFETCH(QStringList, arguments);
+        const QString kept = newAction();
+        const auto result = m_host->run(arguments);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("There is no action \"nope\"")), qPrintable(result.err));
+        QCOMPARE(storage().actions().size(), 1);
+        QCOMPARE(storage().action(kept)->title(), QStringLiteral("stub 1"));
+    }
+
+    void theMenuListsTitleAndIdentifierSortedByTitle()
+    {
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        QStringList ids;
+        for (const char* title : {"Mix 10", "banana", "Mix 2", "Apple", "", "Äpfel"}) {
+            ids.append(data.createAction(stubName, QString::fromUtf8(title)));
+        }
+        // As a dictionary sorts: accents and case second to letters, numbers by value.
+        const auto result = m_host->run({QStringLiteral("actions"), QStringLiteral("--menu")});
+        QCOMPARE(result.exitCode, 0);
+        QCOMPARE(result.out,
+                 QStringLiteral("Äpfel\t%6\nApple\t%4\nbanana\t%2\nMix 2\t%3\nMix 10\t%1\nstub 5\t%5\n")
+                     .arg(ids.at(0), ids.at(1), ids.at(2), ids.at(3), ids.at(4), ids.at(5)));
+        QCOMPARE(HostProcess(m_directory->filePath(QStringLiteral("empty")))
+                     .run({QStringLiteral("actions"), QStringLiteral("--menu")})
+                     .out,
+                 QString());
+    }
+
+    void runByTitleRunsTheOneActionWithExactlyThatTitle()
+    {
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        const QString focus = data.createAction(stubName, QStringLiteral("Focus"));
+        data.createAction(stubName, QStringLiteral("focus"));
+        const QString plain = data.createAction(stubName);
+        const auto result =
+            m_host->run({QStringLiteral("run"), QStringLiteral("--title"), QStringLiteral("Focus")});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+        QCOMPARE(record(), QStringLiteral("vendelplugin://run/%1\n").arg(focus));
+        // A default title is a title too.
+        QCOMPARE(m_host->run({QStringLiteral("run"), QStringLiteral("--title=stub 3")}).exitCode, 0);
+        QCOMPARE(record(),
+                 QStringLiteral("vendelplugin://run/%1\nvendelplugin://run/%2\n").arg(focus, plain));
+    }
+
+    void runByTitleRefusesAMissingOrAmbiguousTitle()
+    {
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        const QString first = data.createAction(stubName, QStringLiteral("Twice"));
+        const QString second = data.createAction(stubName, QStringLiteral("Twice"));
+        const auto ambiguous =
+            m_host->run({QStringLiteral("run"), QStringLiteral("--title"), QStringLiteral("Twice")});
+        QCOMPARE(ambiguous.exitCode, 1);
+        QVERIFY2(
+            ambiguous.err.contains(
+                QStringLiteral(
+                    "2 actions are titled \"Twice\", so none was run; run one by its identifier: %1, %2.")
+                    .arg(first, second)),
+            qPrintable(ambiguous.err));
+        const auto missing =
+            m_host->run({QStringLiteral("run"), QStringLiteral("--title"), QStringLiteral("Twic")});
+        QCOMPARE(missing.exitCode, 1);
+        QVERIFY2(missing.err.contains(QStringLiteral("There is no action titled \"Twic\"")),
+                 qPrintable(missing.err));
+        QVERIFY(record().isEmpty());
+    }
+
+    // The line the README gives, run by a shell, with a menu program that answers as dmenu's protocol
+    // says: the picked line on standard output, or nothing and status 1 when the user cancels.
+    void theReadmesMenuLineRunsThePickedActionAndNothingWhenCancelled()
+    {
+        const QString line = readmeMenuLine();
+        QVERIFY2(line.contains(QStringLiteral("vendel-host actions --menu | rofi -dmenu")), qPrintable(line));
+        installStub(stub);
+        HostStorage data(dataDirectory());
+        data.createAction(stubName, QStringLiteral("Road Trip"));
+        const QString focus = data.createAction(stubName, QStringLiteral("-Focus, \"quoted\" 'x' $HOME"));
+        data.createAction(stubName, QStringLiteral("Sleep"));
+
+        const QString bin = m_directory->filePath(QStringLiteral("bin"));
+        QVERIFY(QDir().mkpath(bin));
+        QVERIFY(QFile::link(HostProcess::executable(), bin + QStringLiteral("/vendel-host")));
+        QFile menu(bin + QStringLiteral("/rofi"));
+        QVERIFY(menu.open(QIODevice::WriteOnly));
+        // Picks the line whose title is $PICK, as a user would; cancels when PICK is unset.
+        menu.write("#!/bin/sh\n"
+                   "[ \"$1\" = -dmenu ] || exit 3\n"
+                   "lines=$(cat)\n"
+                   "[ -n \"${PICK+set}\" ] || exit 1\n"
+                   "printf '%s\\n' \"$lines\" | awk -F '\\t' -v pick=\"$PICK\" '$1 == pick'\n");
+        menu.close();
+        QVERIFY(menu.setPermissions(menu.permissions() | QFile::ExeOwner));
+
+        const auto runLine = [&](const std::optional<QString>& pick) {
+            QProcess shell;
+            QProcessEnvironment environment = m_host->environment();
+            environment.insert(QStringLiteral("PATH"),
+                               bin + u':' + environment.value(QStringLiteral("PATH")));
+            if (pick) {
+                environment.insert(QStringLiteral("PICK"), *pick);
+            }
+            shell.setProcessEnvironment(environment);
+            shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), line});
+            return shell.waitForFinished(30000) && shell.exitStatus() == QProcess::NormalExit
+                       ? shell.exitCode()
+                       : -1;
+        };
+        QCOMPARE(runLine(std::nullopt), 0);
+        QCOMPARE(record(), QString());
+        QCOMPARE(runLine(QStringLiteral("-Focus, \"quoted\" 'x' $HOME")), 0);
+        QCOMPARE(record(), QStringLiteral("vendelplugin://run/%1\n").arg(focus));
+    }
+
+    void anUnversionedDatabaseIsShownAsItIsThenMigratedByAWrite()
+    {
+        QVERIFY(Testing::writeUnversionedDatabase(
+            dataDirectory(),
+            {QStringLiteral("INSERT INTO plugins VALUES ('stub', '%1')").arg(stub),
+             QStringLiteral("INSERT INTO actions VALUES ('a1', 'stub', '{\"x\":1}'), ('a2', 'stub', '')")}));
+        const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
+        const QByteArray before = Testing::contentsOf(database);
+        const QString listing = QStringLiteral("a1\tstub 1\tstub\t1\t{\"x\":1}\na2\tstub 2\tstub\t2\t\n");
+        const auto read = m_host->run({QStringLiteral("actions")});
+        QVERIFY2(read.exitCode == 0, qPrintable(read.err));
+        QCOMPARE(read.out, listing);
+        QCOMPARE(m_host->run({QStringLiteral("actions"), QStringLiteral("--menu")}).out,
+                 QStringLiteral("stub 1\ta1\nstub 2\ta2\n"));
+        QCOMPARE(m_host->run({QStringLiteral("run"), QStringLiteral("--title"), QStringLiteral("stub 2")})
+                     .exitCode,
+                 0);
+        QCOMPARE(record(), QStringLiteral("vendelplugin://run/a2\n"));
+        QCOMPARE(Testing::contentsOf(database), before);
+        QCOMPARE(Testing::userVersion(database), 0);
+
+        QCOMPARE(m_host
+                     ->run({QStringLiteral("config"), QStringLiteral("set"), QStringLiteral("a2"),
+                            QStringLiteral("[]")})
+                     .exitCode,
+                 0);
+        QCOMPARE(Testing::userVersion(database), 1);
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).out,
+                 QStringLiteral("a1\tstub 1\tstub\t1\t{\"x\":1}\na2\tstub 2\tstub\t2\t[]\n"));
+        QCOMPARE(m_host
+                     ->run({QStringLiteral("action"), QStringLiteral("new"), stubName,
+                            QStringLiteral("--no-edit")})
+                     .exitCode,
+                 0);
+        QCOMPARE(storage().actions().last().title(), QStringLiteral("stub 3"));
+    }
+
+    void aDatabaseOfANewerHostIsRefusedByEveryCommand()
+    {
+        const QString id = newAction();
+        const QString database = dataDirectory() + QStringLiteral("/host.sqlite");
+        QVERIFY(Testing::execute(database, {QStringLiteral("PRAGMA user_version = 7")}));
+        const QByteArray before = Testing::contentsOf(database);
+        for (const QStringList& arguments :
+             {QStringList{QStringLiteral("actions")},
+              QStringList{QStringLiteral("config"), QStringLiteral("set"), id, QStringLiteral("{}")},
+              QStringList{QStringLiteral("action"), QStringLiteral("new"), stubName,
+                          QStringLiteral("--no-edit")},
+              QStringList{QStringLiteral("serve")}}) {
+            const auto result = m_host->run(arguments);
+            QCOMPARE(result.exitCode, 1);
+            QVERIFY2(result.err.contains(
+                         QStringLiteral("was written by a newer vendel-host (its tables are of version 7")),
+                     qPrintable(result.err));
+        }
+        QCOMPARE(Testing::contentsOf(database), before);
+        QCOMPARE(Testing::userVersion(database), 7);
     }
 
     void configIsSetAndReadBackExactly()
@@ -274,7 +664,24 @@ private Q_SLOTS:
         installStub(stub);
         const auto result = m_host->run({QStringLiteral("plugins")});
         QCOMPARE(result.exitCode, 0);
-        QCOMPARE(result.out, QStringLiteral("stub\t%1\n").arg(stub));
+        QCOMPARE(result.out, QStringLiteral("stub\tstub\tapplication-x-executable\t%1\n").arg(stub));
+        HostStorage(dataDirectory())
+            .recordPlugin({QStringLiteral("music"), QStringLiteral("/opt/music"),
+                           QStringLiteral("Vendel Music"), QStringLiteral("vendel-music")});
+        QCOMPARE(
+            m_host->run({QStringLiteral("plugins")}).out,
+            QStringLiteral(
+                "music\tVendel Music\tvendel-music\t/opt/music\nstub\tstub\tapplication-x-executable\t%1\n")
+                .arg(stub));
+        const QJsonArray list =
+            QJsonDocument::fromJson(
+                m_host->run({QStringLiteral("plugins"), QStringLiteral("--json")}).out.toUtf8())
+                .array();
+        QCOMPARE(list.at(0).toObject(),
+                 (QJsonObject{{QStringLiteral("name"), QStringLiteral("music")},
+                              {QStringLiteral("displayName"), QStringLiteral("Vendel Music")},
+                              {QStringLiteral("icon"), QStringLiteral("vendel-music")},
+                              {QStringLiteral("path"), QStringLiteral("/opt/music")}}));
     }
 
     void forgedNamesStayInTheirRowAndColumn()
@@ -284,6 +691,7 @@ private Q_SLOTS:
         const QString forgedName = QStringLiteral("evil\nstub\t/usr/bin/x\r\x01\x7f\u0085\u2028");
         data.recordPlugin({forgedName, QStringLiteral("/opt/evil")});
         const QString id = data.createAction(stubName);
+        const QString evil = data.createAction(forgedName);
         // A raw line break between JSON tokens is valid JSON, so a configuration can hold one too.
         const QString config = QStringLiteral("{\"a\":\n1,\t\"b\":\"x\\ty\"}");
         QVERIFY(data.setConfig(id, config));
@@ -292,11 +700,16 @@ private Q_SLOTS:
 
         const auto plugins = m_host->run({QStringLiteral("plugins")});
         QCOMPARE(plugins.exitCode, 0);
-        QCOMPARE(plugins.out,
-                 QStringLiteral("evil\\nstub\\t/usr/bin/x\\r\\x01\\x7f\\u0085\\u2028\t/opt/evil\nstub\t%1\n")
-                     .arg(stub));
+        const QString shown = QStringLiteral("evil\\nstub\\t/usr/bin/x\\r\\x01\\x7f\\u0085\\u2028");
+        QCOMPARE(plugins.out, QStringLiteral("%1\t%1\tapplication-x-executable\t/opt/evil\n"
+                                             "stub\tstub\tapplication-x-executable\t%2\n")
+                                  .arg(shown, stub));
         QCOMPARE(m_host->run({QStringLiteral("actions")}).out,
-                 QStringLiteral("%1\tstub\t{\"a\":\\n1,\\t\"b\":\"x\\ty\"}\n").arg(id));
+                 QStringLiteral("%1\tstub 1\tstub\t1\t{\"a\":\\n1,\\t\"b\":\"x\\ty\"}\n%2\t%3 1\t%3\t1\t\n")
+                     .arg(id, evil, shown));
+        // A menu line is one title and one identifier, whatever the plugin's name.
+        QCOMPARE(m_host->run({QStringLiteral("actions"), QStringLiteral("--menu")}).out,
+                 QStringLiteral("%1 1\t%2\nstub 1\t%3\n").arg(shown, evil, id));
         QCOMPARE(m_host->run({QStringLiteral("resources")}).out,
                  QStringLiteral("file\tDocs\\nfile\\tFake\tfile:///tmp\n"));
 
@@ -311,7 +724,10 @@ private Q_SLOTS:
         QCOMPARE(pluginList.at(1).toObject().value(QStringLiteral("name")).toString(), stubName);
         const QJsonArray actionList =
             parse(m_host->run({QStringLiteral("actions"), QStringLiteral("--json")}).out);
-        QCOMPARE(actionList.size(), 1);
+        QCOMPARE(actionList.size(), 2);
+        QCOMPARE(actionList.at(1).toObject().value(QStringLiteral("title")).toString(),
+                 forgedName + QStringLiteral(" 1"));
+        QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("number")), QJsonValue(1));
         QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("id")).toString(), id);
         QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("plugin")).toString(), stubName);
         QCOMPARE(actionList.at(0).toObject().value(QStringLiteral("config")).toString(), config);
@@ -353,6 +769,30 @@ private Q_SLOTS:
 
         QCOMPARE(m_host->run({QStringLiteral("resources")}).out,
                  QStringLiteral("folder\tDocs\tfile:///tmp/docs\n"));
+    }
+
+    void openRefusesScriptUrlsAndStoresNothingOfTheList()
+    {
+        const QByteArray list = "[{\"type\":\"folder\",\"name\":\"Docs\",\"url\":\"file:///tmp/docs\"},"
+                                "{\"type\":\"website\",\"name\":\"Site\",\"url\":\"JavaScript:alert(1)\"},"
+                                "{\"type\":\"url\",\"name\":\"Page\",\"url\":\" DATA:text/html,x\"},"
+                                "{\"type\":\"file\",\"name\":\"Old\",\"url\":\"vbScript:x\"}]";
+        const auto result =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendel://add-resources/") +
+                                                     QString::fromLatin1(list.toPercentEncoding())});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(
+                     QStringLiteral("Resource 2 (\"Site\"): \"JavaScript:alert(1)\" is a javascript: URL")),
+                 qPrintable(result.err));
+        QVERIFY2(result.err.contains(
+                     QStringLiteral("Resource 3 (\"Page\"): \" DATA:text/html,x\" is a data: URL")),
+                 qPrintable(result.err));
+        QVERIFY2(
+            result.err.contains(QStringLiteral("Resource 4 (\"Old\"): \"vbScript:x\" is a vbscript: URL")),
+            qPrintable(result.err));
+        QVERIFY(!result.err.contains(QStringLiteral("Docs")));
+        QVERIFY(result.out.isEmpty());
+        QCOMPARE(m_host->run({QStringLiteral("resources")}).out, QString());
     }
 
     void anUnusableDataFolderIsReported()
@@ -427,7 +867,7 @@ private Q_SLOTS:
             QVERIFY2(listed.exitCode == 0, qPrintable(listed.err));
         }
         QCOMPARE(host->run({QStringLiteral("actions")}, prefix).out,
-                 QStringLiteral("%1\tstub\t{\"action\":1}\n").arg(id));
+                 QStringLiteral("%1\tstub 1\tstub\t1\t{\"action\":1}\n").arg(id));
         // Reading left nothing behind in the folder.
         QCOMPARE(QDir(dataDirectory()).entryList(QDir::Files | QDir::Hidden),
                  QStringList{QStringLiteral("host.sqlite")});
@@ -455,6 +895,20 @@ private Q_SLOTS:
     }
 
 private:
+    static QString readmeMenuLine()
+    {
+        QFile readme(QStringLiteral(VENDEL_SOURCE_DIR "/README.md"));
+        if (!readme.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        for (const QString& line : QString::fromUtf8(readme.readAll()).split(u'\n')) {
+            if (line.contains(QStringLiteral("--menu |"))) {
+                return line.trimmed();
+            }
+        }
+        return {};
+    }
+
     QString dataDirectory() const { return m_directory->filePath(QStringLiteral("data")); }
     QString recordPath() const { return m_directory->filePath(QStringLiteral("record")); }
 

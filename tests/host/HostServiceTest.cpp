@@ -1,9 +1,15 @@
-// Tests the served host over a private session bus: each method, installs by bus credentials, concurrent
-// writers, durability across kill -9, the plugin's own client, and activation on demand.
+// Tests the served host over a private session bus: each method of both interfaces, installs by bus
+// credentials, concurrent writers, durability across kill -9, the plugin's own client, launches that never
+// hold up a call, and activation on demand.
+#include "HostService.h"
+#include "ActionEntries.h"
 #include "DatabaseLock.h"
+#include "HeldLaunches.h"
+#include "HostError.h"
 #include "HostInput.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
+#include "XdgDataFolders.h"
 
 #include "TellScriptEngine.h"
 #include "VendelHostApplication.h"
@@ -23,12 +29,16 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QXmlStreamReader>
 
 #include <csignal>
+#include <stdexcept>
 #include <sys/prctl.h>
 
 using namespace VendelHost;
 using namespace VendelHost::Testing;
+
+Q_DECLARE_METATYPE(QVariantList)
 
 namespace {
 
@@ -48,6 +58,114 @@ QDBusMessage call(const QString& method, const QVariantList& arguments = {},
 {
     return bus.call(methodCall(method, arguments));
 }
+
+QDBusMessage actionsCall(const QString& method, const QVariantList& arguments = {})
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host"),
+                                       QStringLiteral("org.vendel.Actions1"), method);
+    message.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(message);
+}
+
+template <typename Entries> Entries entriesOf(const QDBusMessage& reply)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().size() != 1) {
+        qWarning("%s: %s", qPrintable(reply.errorName()), qPrintable(reply.errorMessage()));
+        return {};
+    }
+    return qdbus_cast<Entries>(reply.arguments().constFirst());
+}
+
+// The launch number of a reply, or 0 when it was an error.
+qulonglong launchOf(const QDBusMessage& reply)
+{
+    return reply.type() == QDBusMessage::ReplyMessage && reply.arguments().size() == 1
+               ? reply.arguments().constFirst().toULongLong()
+               : 0;
+}
+
+// The methods and signals of one interface in introspection XML, as "method Name(in)(out)" and
+// "signal Name(args)" lines, sorted; annotations and names of arguments left aside.
+QStringList membersOf(const QByteArray& xml, const QString& interface)
+{
+    QStringList members;
+    QXmlStreamReader reader(xml);
+    bool inInterface = false;
+    QString member;
+    QString in;
+    QString out;
+    const auto finish = [&] {
+        if (!member.isEmpty()) {
+            members.append(QStringLiteral("%1(%2)(%3)").arg(member, in, out));
+        }
+        member.clear();
+        in.clear();
+        out.clear();
+    };
+    while (!reader.atEnd()) {
+        reader.readNext();
+        const auto attributes = reader.attributes();
+        if (reader.isStartElement() && reader.name() == u"interface") {
+            inInterface = attributes.value(QLatin1String("name")) == interface;
+        } else if (reader.isEndElement() && reader.name() == u"interface") {
+            inInterface = false;
+        } else if (inInterface && reader.isStartElement() &&
+                   (reader.name() == u"method" || reader.name() == u"signal")) {
+            finish();
+            member = reader.name().toString() + u' ' + attributes.value(QLatin1String("name")).toString();
+        } else if (inInterface && reader.isStartElement() && reader.name() == u"arg") {
+            (attributes.value(QLatin1String("direction")) == u"out" ? out : in) +=
+                attributes.value(QLatin1String("type")).toString();
+        }
+    }
+    finish();
+    members.sort();
+    return reader.hasError() ? QStringList{reader.errorString()} : members;
+}
+
+// The launches' ends as the bus broadcasts them.
+class LaunchEnds : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct End
+    {
+        qulonglong launch;
+        QString verb;
+        QString actionID;
+        QString plugin;
+        int exitStatus;
+        QString failure;
+    };
+
+    LaunchEnds()
+    {
+        QDBusConnection::sessionBus().connect(
+            QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host"),
+            QStringLiteral("org.vendel.Actions1"), QStringLiteral("LaunchEnded"), this,
+            SLOT(ended(qulonglong, QString, QString, QString, int, QString)));
+    }
+
+    QList<End> ends;
+    std::optional<End> of(qulonglong launch) const
+    {
+        for (const End& end : ends) {
+            if (end.launch == launch) {
+                return end;
+            }
+        }
+        return std::nullopt;
+    }
+
+public Q_SLOTS:
+    void ended(qulonglong launch, const QString& verb, const QString& actionID, const QString& plugin,
+               int exitStatus, const QString& failure)
+    {
+        ends.append({launch, verb, actionID, plugin, exitStatus, failure});
+    }
+};
 
 // The one text of a reply, or a description of what came instead.
 QString text(const QDBusMessage& reply)
@@ -73,9 +191,21 @@ class HostServiceTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { registerEntryTypes(); }
+
     void init()
     {
         m_directory = std::make_unique<QTemporaryDir>();
+        // The served host and the plugins it starts see these: the stub records its launches, waits while
+        // the test holds them, and has a desktop entry.
+        m_held = std::make_unique<HeldLaunches>(m_directory->filePath(QStringLiteral("hold")));
+        qputenv("VENDEL_STUB_RECORD", QFile::encodeName(recordPath()));
+        qputenv("VENDEL_STUB_DONE", QFile::encodeName(m_directory->filePath(QStringLiteral("done"))));
+        qputenv("VENDEL_STUB_HOLD", QFile::encodeName(m_held->path()));
+        m_xdg = std::make_unique<XdgDataFolders>();
+        m_xdg->writeEntry(XdgDataFolders::FirstSystem,
+                          QFileInfo(stub).fileName() + QStringLiteral(".desktop"),
+                          XdgDataFolders::entry("Stub Player", "stub-player"));
         m_host = std::make_unique<HostProcess>(dataDirectory());
         QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
     }
@@ -89,6 +219,12 @@ private Q_SLOTS:
         }
         QTRY_VERIFY(!HostProcess::isHostOnBus());
         m_host.reset();
+        m_held.reset();
+        m_xdg.reset();
+        for (const char* name :
+             {"VENDEL_STUB_RECORD", "VENDEL_STUB_DONE", "VENDEL_STUB_HOLD", "VENDEL_STUB_EXIT"}) {
+            qunsetenv(name);
+        }
         m_directory.reset();
     }
 
@@ -252,6 +388,292 @@ private Q_SLOTS:
         lock.release();
         QTRY_VERIFY2(HostProcess::isHostOnBus(), qPrintable(output + m_host->serverOutput()));
         QCOMPARE(text(call(QStringLiteral("GetPluginFolderPath"))), first + QStringLiteral("/plugins"));
+    }
+
+    void anyFailureOfAJobIsAnsweredAsAnError_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("storage") << 0 << QStringLiteral("org.vendel.Host1.Error.StorageFailed")
+                                 << QStringLiteral("locked");
+        QTest::newRow("standard exception") << 1 << QStringLiteral("org.freedesktop.DBus.Error.Failed")
+                                            << QStringLiteral("The host failed: bad");
+        QTest::newRow("anything else") << 2 << QStringLiteral("org.freedesktop.DBus.Error.Failed")
+                                       << QStringLiteral("The host failed for an unknown reason.");
+    }
+
+    void anyFailureOfAJobIsAnsweredAsAnError()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, name);
+        QFETCH(QString, message);
+        HostStorage storage(m_directory->filePath(QStringLiteral("other")));
+        const auto outcome = WriterThread::run(
+            [kind](HostStorage&) -> QVariantList {
+                if (kind == 0) {
+                    throw HostError(QStringLiteral("locked"));
+                }
+                if (kind == 1) {
+                    throw std::runtime_error("bad");
+                }
+                throw 1;
+            },
+            [&storage]() -> HostStorage& { return storage; });
+        const QDBusMessage reply = HostService::replyTo(methodCall(QStringLiteral("SetConfig"), {}), outcome);
+        QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(reply.errorName(), name);
+        QCOMPARE(reply.errorMessage(), message);
+    }
+
+    void actionsAreCreatedListedTitledAndDeleted()
+    {
+        HostStorage(dataDirectory())
+            .recordPlugin(
+                {QStringLiteral("stub"), stub, QStringLiteral("Stub Player"), QStringLiteral("stub-player")});
+        const QString titled = text(actionsCall(QStringLiteral("CreateAction"),
+                                                {QStringLiteral("stub"), QStringLiteral("Road Trip 🚗")}));
+        const QString plain =
+            text(actionsCall(QStringLiteral("CreateAction"), {QStringLiteral("stub"), QString()}));
+        QCOMPARE(plain.size(), 36);
+        QCOMPARE(entriesOf<ActionEntries>(actionsCall(QStringLiteral("ListActions"))),
+                 (ActionEntries{{titled, QStringLiteral("Road Trip 🚗"), 1, QStringLiteral("stub"),
+                                 QStringLiteral("Stub Player"), QStringLiteral("stub-player")},
+                                {plain, QStringLiteral("Stub Player 2"), 2, QStringLiteral("stub"),
+                                 QStringLiteral("Stub Player"), QStringLiteral("stub-player")}}));
+        QVERIFY(
+            isEmptyReply(actionsCall(QStringLiteral("SetActionTitle"), {plain, QStringLiteral("Focus")})));
+        QCOMPARE(HostStorage(dataDirectory()).action(plain)->title(), QStringLiteral("Focus"));
+        // The empty title gives the default one back.
+        QVERIFY(isEmptyReply(actionsCall(QStringLiteral("SetActionTitle"), {plain, QString()})));
+        QCOMPARE(HostStorage(dataDirectory()).action(plain)->title(), QStringLiteral("Stub Player 2"));
+        QVERIFY(isEmptyReply(actionsCall(QStringLiteral("DeleteAction"), {titled})));
+        QCOMPARE(entriesOf<ActionEntries>(actionsCall(QStringLiteral("ListActions"))).size(), 1);
+        QCOMPARE(HostStorage(dataDirectory()).actions().constFirst().id, plain);
+    }
+
+    void refusedActionCallsNameTheProblemAndChangeNothing_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QVariantList>("arguments");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<QString>("message");
+        const QString invalidTitle = QStringLiteral("org.vendel.Actions1.Error.InvalidTitle");
+        const QString noSuchAction = QStringLiteral("org.vendel.Actions1.Error.NoSuchAction");
+        QTest::newRow("create, unknown plugin")
+            << "CreateAction" << QVariantList{QStringLiteral("nope"), QString()}
+            << QStringLiteral("org.vendel.Actions1.Error.NoSuchPlugin")
+            << QStringLiteral("There is no plugin \"nope\"");
+        QTest::newRow("create, title with a line break")
+            << "CreateAction" << QVariantList{QStringLiteral("stub"), QStringLiteral("a\nb")} << invalidTitle
+            << QStringLiteral("The title has a control character or line break (\\n) at character 2");
+        QTest::newRow("create, title too long")
+            << "CreateAction" << QVariantList{QStringLiteral("stub"), QString(201, u'x')} << invalidTitle
+            << QStringLiteral("The title has 201 characters");
+        QTest::newRow("title, unknown action")
+            << "SetActionTitle" << QVariantList{QStringLiteral("nope"), QStringLiteral("x")} << noSuchAction
+            << QStringLiteral("There is no action \"nope\"");
+        QTest::newRow("title, tab") << "SetActionTitle"
+                                    << QVariantList{QStringLiteral("KEPT"), QStringLiteral("a\tb")}
+                                    << invalidTitle << QStringLiteral("(\\t)");
+        QTest::newRow("delete, unknown action") << "DeleteAction" << QVariantList{QStringLiteral("nope")}
+                                                << noSuchAction << QStringLiteral("\"nope\"");
+        QTest::newRow("run, unknown action") << "RunAction" << QVariantList{QStringLiteral("nope")}
+                                             << noSuchAction << QStringLiteral("\"nope\"");
+        QTest::newRow("edit, control characters")
+            << "EditAction" << QVariantList{QStringLiteral("\x1b[2J")} << noSuchAction
+            << QStringLiteral("There is no action \"\\x1b[2J\"");
+        QTest::newRow("configure, unknown plugin")
+            << "ConfigurePlugin" << QVariantList{QStringLiteral("nope")}
+            << QStringLiteral("org.vendel.Actions1.Error.NoSuchPlugin") << QStringLiteral("\"nope\"");
+    }
+
+    void refusedActionCallsNameTheProblemAndChangeNothing()
+    {
+        QFETCH(QString, method);
+        QFETCH(QVariantList, arguments);
+        QFETCH(QString, error);
+        QFETCH(QString, message);
+        QString kept;
+        {
+            HostStorage storage(dataDirectory());
+            storage.recordPlugin({QStringLiteral("stub"), stub});
+            kept = storage.createAction(QStringLiteral("stub"), QStringLiteral("Kept"));
+        }
+        for (QVariant& argument : arguments) {
+            if (argument == QStringLiteral("KEPT")) {
+                argument = kept;
+            }
+        }
+        const QDBusMessage reply = actionsCall(method, arguments);
+        QCOMPARE(reply.errorName(), error);
+        QVERIFY2(reply.errorMessage().contains(message), qPrintable(reply.errorMessage()));
+        HostStorage storage(dataDirectory());
+        QCOMPARE(storage.actions().size(), 1);
+        QCOMPARE(storage.action(kept)->title(), QStringLiteral("Kept"));
+        QVERIFY(record().isEmpty());
+    }
+
+    void aPluginInstallsWithItsDesktopEntrysNameAndIcon()
+    {
+        QProcess plugin;
+        plugin.setProcessEnvironment(m_host->environment());
+        plugin.setProcessChannelMode(QProcess::MergedChannels);
+        plugin.start(stub, {});
+        QVERIFY(plugin.waitForFinished(30000));
+        QVERIFY2(plugin.exitCode() == 0, plugin.readAll().constData());
+        // The test itself installs too, and has no entry.
+        QVERIFY(isEmptyReply(call(QStringLiteral("InstallPlugin"))));
+        const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        QCOMPARE(entriesOf<PluginEntries>(actionsCall(QStringLiteral("ListPlugins"))),
+                 (PluginEntries{{QFileInfo(self).fileName(), QFileInfo(self).fileName(),
+                                 QStringLiteral("application-x-executable"), self},
+                                {QFileInfo(stub).fileName(), QStringLiteral("Stub Player"),
+                                 QStringLiteral("stub-player"), QFileInfo(stub).canonicalFilePath()}}));
+    }
+
+    // While a plugin is held, every other call is answered: a plugin never holds up the service.
+    void aRunningPluginHoldsUpNoCall()
+    {
+        const QString first = newStubAction();
+        const QString second = newStubAction();
+        LaunchEnds launchEnds;
+        QVERIFY(m_held->hold());
+        const qulonglong firstLaunch = launchOf(actionsCall(QStringLiteral("RunAction"), {first}));
+        QVERIFY(firstLaunch > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(record(), QStringLiteral("vendelplugin://run/%1\n").arg(first), generousMs);
+
+        QCOMPARE(text(call(QStringLiteral("GetConfig"), {first})), QString());
+        QCOMPARE(entriesOf<ActionEntries>(actionsCall(QStringLiteral("ListActions"))).size(), 2);
+        QVERIFY(isEmptyReply(call(QStringLiteral("SetConfig"), {QStringLiteral("{\"a\":1}"), second})));
+        QCOMPARE(m_host->run({QStringLiteral("actions")}).exitCode, 0);
+        QCOMPARE(m_host->run({QStringLiteral("config"), QStringLiteral("get"), second}).out,
+                 QStringLiteral("{\"a\":1}\n"));
+        const qulonglong secondLaunch = launchOf(actionsCall(QStringLiteral("RunAction"), {second}));
+        QVERIFY(secondLaunch > firstLaunch);
+        QTRY_COMPARE_WITH_TIMEOUT(record().count(u'\n'), 2, generousMs);
+
+        const QDBusMessage again = actionsCall(QStringLiteral("RunAction"), {first});
+        QCOMPARE(again.errorName(), QStringLiteral("org.vendel.Actions1.Error.AlreadyRunning"));
+        QCOMPARE(again.errorMessage(),
+                 QStringLiteral("\"stub 1\" is running already; it can run again when this run has ended."));
+        QVERIFY(launchEnds.ends.isEmpty());
+
+        m_held->release();
+        QTRY_COMPARE_WITH_TIMEOUT(launchEnds.ends.size(), 2, generousMs);
+        const auto end = launchEnds.of(firstLaunch);
+        QVERIFY(end);
+        QCOMPARE(end->verb, QStringLiteral("run"));
+        QCOMPARE(end->actionID, first);
+        QCOMPARE(end->plugin, QStringLiteral("stub"));
+        QCOMPARE(end->exitStatus, 0);
+        QCOMPARE(end->failure, QString());
+        // Once ended, the action runs again.
+        QVERIFY(launchOf(actionsCall(QStringLiteral("RunAction"), {first})) > secondLaunch);
+        QTRY_COMPARE_WITH_TIMEOUT(launchEnds.ends.size(), 3, generousMs);
+    }
+
+    void theNinthPluginAtOnceIsRefused()
+    {
+        QStringList ids;
+        for (int index = 0; index < 8; ++index) {
+            ids.append(newStubAction());
+        }
+        LaunchEnds launchEnds;
+        QVERIFY(m_held->hold());
+        for (int index = 0; index < 6; ++index) {
+            QVERIFY(launchOf(actionsCall(QStringLiteral("RunAction"), {ids.at(index)})) > 0);
+        }
+        QVERIFY(launchOf(actionsCall(QStringLiteral("EditAction"), {ids.at(6)})) > 0);
+        QVERIFY(launchOf(actionsCall(QStringLiteral("ConfigurePlugin"), {QStringLiteral("stub")})) > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(record().count(u'\n'), 8, generousMs);
+        const QDBusMessage ninth = actionsCall(QStringLiteral("RunAction"), {ids.at(7)});
+        QCOMPARE(ninth.errorName(), QStringLiteral("org.vendel.Actions1.Error.TooManyLaunches"));
+        QVERIFY2(ninth.errorMessage().startsWith(QStringLiteral("8 plugins are running")),
+                 qPrintable(ninth.errorMessage()));
+        QCOMPARE(actionsCall(QStringLiteral("EditAction"), {ids.at(7)}).errorName(),
+                 QStringLiteral("org.vendel.Actions1.Error.TooManyLaunches"));
+        QCOMPARE(record().count(u'\n'), 8);
+        m_held->release();
+        QTRY_COMPARE_WITH_TIMEOUT(launchEnds.ends.size(), 8, generousMs);
+        QVERIFY(launchOf(actionsCall(QStringLiteral("RunAction"), {ids.at(7)})) > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(launchEnds.ends.size(), 9, generousMs);
+    }
+
+    void aPluginThatCannotStartIsAnErrorToTheCaller()
+    {
+        HostStorage storage(dataDirectory());
+        storage.recordPlugin({QStringLiteral("gone"), m_directory->filePath(QStringLiteral("gone"))});
+        const QString gone = storage.createAction(QStringLiteral("gone"));
+        const QString uninstalled = storage.createAction(QStringLiteral("uninstalled"));
+        const QDBusMessage missing = actionsCall(QStringLiteral("RunAction"), {gone});
+        QCOMPARE(missing.errorName(), QStringLiteral("org.vendel.Actions1.Error.LaunchFailed"));
+        QCOMPARE(missing.errorMessage(),
+                 QStringLiteral("The plugin's executable %1 is missing; install the plugin again.")
+                     .arg(m_directory->filePath(QStringLiteral("gone"))));
+        QCOMPARE(actionsCall(QStringLiteral("ConfigurePlugin"), {QStringLiteral("gone")}).errorName(),
+                 QStringLiteral("org.vendel.Actions1.Error.LaunchFailed"));
+        const QDBusMessage notInstalled = actionsCall(QStringLiteral("EditAction"), {uninstalled});
+        QCOMPARE(notInstalled.errorName(), QStringLiteral("org.vendel.Actions1.Error.NoSuchPlugin"));
+        QVERIFY2(notInstalled.errorMessage().contains(QStringLiteral("There is no plugin \"uninstalled\"")),
+                 qPrintable(notInstalled.errorMessage()));
+    }
+
+    void aFailedEndIsBroadcastAndLogged()
+    {
+        QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
+        QTRY_VERIFY(!HostProcess::isHostOnBus());
+        qputenv("VENDEL_STUB_EXIT", "3");
+        QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
+        const QString id = newStubAction();
+        LaunchEnds launchEnds;
+        const qulonglong launch = launchOf(actionsCall(QStringLiteral("RunAction"), {id}));
+        QTRY_COMPARE_WITH_TIMEOUT(launchEnds.ends.size(), 1, generousMs);
+        const QString expected =
+            QStringLiteral("%1 failed on vendelplugin://run/%2 (exit status 3).").arg(stub, id);
+        QCOMPARE(launchEnds.ends.constFirst().launch, launch);
+        QCOMPARE(launchEnds.ends.constFirst().exitStatus, 3);
+        QCOMPARE(launchEnds.ends.constFirst().failure, expected);
+        QString output;
+        QTRY_VERIFY2_WITH_TIMEOUT(
+            (output += m_host->serverOutput()).contains(QStringLiteral("vendel-host: ") + expected),
+            qPrintable(output), generousMs);
+    }
+
+    void aPluginGoesOnWhenTheHostEnds()
+    {
+        const QString id = newStubAction();
+        QVERIFY(m_held->hold());
+        QVERIFY(launchOf(actionsCall(QStringLiteral("RunAction"), {id})) > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(record().count(u'\n'), 1, generousMs);
+        QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
+        m_held->release();
+        QTRY_COMPARE_WITH_TIMEOUT(done(), QStringLiteral("vendelplugin://run/%1\n").arg(id), generousMs);
+    }
+
+    // The committed descriptions are what the service serves, so clients built from them cannot drift.
+    void theServedInterfacesAreTheirDescriptions_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("interface");
+        QTest::newRow("plugins") << QStringLiteral(VENDEL_HOST1_DESCRIPTION)
+                                 << QStringLiteral("org.vendel.Host1");
+        QTest::newRow("host's clients")
+            << QStringLiteral(VENDEL_ACTIONS1_DESCRIPTION) << QStringLiteral("org.vendel.Actions1");
+    }
+
+    void theServedInterfacesAreTheirDescriptions()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, interface);
+        QFile description(file);
+        QVERIFY(description.open(QIODevice::ReadOnly));
+        const QStringList described = membersOf(description.readAll(), interface);
+        QVERIFY(described.size() > 3);
+        const QDBusMessage introspection = QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
+            QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host"),
+            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect")));
+        QCOMPARE(membersOf(text(introspection).toUtf8(), interface), described);
     }
 
     void thePluginFolderIsInTheDataFolder()
@@ -442,7 +864,27 @@ private Q_SLOTS:
     }
 
 private:
+    static constexpr int generousMs = 30000;
+
     QString dataDirectory() const { return m_directory->filePath(QStringLiteral("data")); }
+    QString recordPath() const { return m_directory->filePath(QStringLiteral("record")); }
+
+    QString record() const { return contents(recordPath()); }
+    QString done() const { return contents(m_directory->filePath(QStringLiteral("done"))); }
+
+    static QString contents(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    // An action of the stub plugin, installed under the name "stub".
+    QString newStubAction()
+    {
+        HostStorage storage(dataDirectory());
+        storage.recordPlugin({QStringLiteral("stub"), stub});
+        return storage.createAction(QStringLiteral("stub"));
+    }
 
     static char processState(const QString& statPath)
     {
@@ -456,6 +898,8 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<HeldLaunches> m_held;
+    std::unique_ptr<XdgDataFolders> m_xdg;
     std::unique_ptr<HostProcess> m_host;
 };
 

@@ -3,6 +3,8 @@
 #include "DatabaseLock.h"
 #include "HostError.h"
 #include "HostErrorText.h"
+#include "OldDatabase.h"
+#include "XdgDataFolders.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,8 +20,10 @@
 
 using namespace VendelHost;
 using VendelHost::Testing::DatabaseLock;
+using VendelHost::Testing::XdgDataFolders;
 
 Q_DECLARE_METATYPE(VendelHost::Testing::DatabaseLock::Kind)
+Q_DECLARE_METATYPE(VendelHost::HostStorage::Access)
 
 namespace {
 
@@ -191,6 +195,167 @@ private Q_SLOTS:
         storage.addResources({});
         storage.addResources({app});
         QCOMPARE(storage.resources(), (QList<HostResource>{docs, site, app}));
+    }
+
+    void aNewDatabaseHasTheLatestVersion()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        QCOMPARE(storage.schemaVersion(), 1);
+        QCOMPARE(Testing::userVersion(storage.databasePath()), 1);
+        // Reading a folder without a database answers as the latest version too.
+        QCOMPARE(HostStorage(temporary.filePath(QStringLiteral("none")), HostStorage::Access::ReadOnly)
+                     .schemaVersion(),
+                 1);
+    }
+
+    void actionsAreNumberedPerPluginAndNumbersAreNeverGivenAgain()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        const QString first = storage.createAction(QStringLiteral("music"));
+        const QString second = storage.createAction(QStringLiteral("music"));
+        const QString other = storage.createAction(QStringLiteral("other"));
+        QCOMPARE(storage.action(first)->number, 1);
+        QCOMPARE(storage.action(second)->number, 2);
+        QCOMPARE(storage.action(other)->number, 1);
+        QVERIFY(storage.deleteAction(second));
+        QVERIFY(storage.deleteAction(first));
+        const QString third = storage.createAction(QStringLiteral("music"));
+        QCOMPARE(storage.action(third)->number, 3);
+        QCOMPARE(storage.action(third)->title(), QStringLiteral("music 3"));
+        QCOMPARE(storage.actions().size(), 2);
+    }
+
+    void deletingRemovesTheActionAndItsConfigurationOnly()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        const QString kept = storage.createAction(QStringLiteral("music"));
+        const QString gone = storage.createAction(QStringLiteral("music"));
+        QVERIFY(storage.setConfig(kept, QStringLiteral("{\"a\":1}")));
+        QVERIFY(storage.setConfig(gone, QStringLiteral("{\"b\":2}")));
+        QVERIFY(storage.deleteAction(gone));
+        QVERIFY(!storage.action(gone));
+        QVERIFY(!storage.setConfig(gone, QStringLiteral("{}")));
+        QVERIFY(!storage.deleteAction(gone));
+        QVERIFY(!storage.deleteAction(QStringLiteral("nope")));
+        QCOMPARE(storage.actions().size(), 1);
+        QCOMPARE(storage.action(kept)->config, QStringLiteral("{\"a\":1}"));
+    }
+
+    void anOwnTitleReplacesTheDefaultOne()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        storage.recordPlugin({QStringLiteral("music"), QStringLiteral("/opt/music"),
+                              QStringLiteral("Vendel Music"), QStringLiteral("vendel-music")});
+        const QString titled = storage.createAction(QStringLiteral("music"), QStringLiteral("Road Trip 🚗"));
+        const QString plain = storage.createAction(QStringLiteral("music"));
+        QCOMPARE(storage.action(titled)->title(), QStringLiteral("Road Trip 🚗"));
+        QCOMPARE(storage.action(plain)->title(), QStringLiteral("Vendel Music 2"));
+        QCOMPARE(storage.action(plain)->pluginIcon, QStringLiteral("vendel-music"));
+        QVERIFY(storage.setTitle(plain, QStringLiteral("Focus")));
+        QCOMPARE(storage.action(plain)->title(), QStringLiteral("Focus"));
+        QCOMPARE(storage.action(plain)->ownTitle, QStringLiteral("Focus"));
+        // The empty title gives the default one back.
+        QVERIFY(storage.setTitle(plain, QString()));
+        QCOMPARE(storage.action(plain)->title(), QStringLiteral("Vendel Music 2"));
+        QVERIFY(storage.action(plain)->ownTitle.isEmpty());
+        QVERIFY(!storage.setTitle(QStringLiteral("nope"), QStringLiteral("x")));
+    }
+
+    void aPluginWithoutAnEntryOrNotInstalledShowsItsNameAndTheGenericIcon()
+    {
+        QTemporaryDir temporary;
+        HostStorage storage(temporary.path());
+        storage.recordPlugin({QStringLiteral("bare"), QStringLiteral("/opt/bare")});
+        const QString bare = storage.createAction(QStringLiteral("bare"));
+        const QString missing = storage.createAction(QStringLiteral("missing"));
+        QCOMPARE(storage.plugin(QStringLiteral("bare"))->displayName(), QStringLiteral("bare"));
+        QCOMPARE(storage.plugin(QStringLiteral("bare"))->icon(), QStringLiteral("application-x-executable"));
+        QCOMPARE(storage.action(bare)->title(), QStringLiteral("bare 1"));
+        QCOMPARE(storage.action(missing)->title(), QStringLiteral("missing 1"));
+        QCOMPARE(storage.action(missing)->pluginIcon, QStringLiteral("application-x-executable"));
+    }
+
+    // A database as the host left it before its tables had versions: two plugins, one with a desktop
+    // entry, and actions made in turns.
+    void anUnversionedDatabaseIsReadAsItIsWithoutMigrating()
+    {
+        QTemporaryDir temporary;
+        XdgDataFolders xdg;
+        QVERIFY(writeOldHost(temporary.path(), xdg));
+        const QString database = temporary.filePath(QStringLiteral("host.sqlite"));
+        const QByteArray before = Testing::contentsOf(database);
+
+        HostStorage storage(temporary.path(), HostStorage::Access::ReadOnly);
+        QCOMPARE(storage.schemaVersion(), 0);
+        QCOMPARE(titlesOf(storage), oldHostTitles());
+        QCOMPARE(storage.action(QStringLiteral("a3"))->title(), QStringLiteral("other 2"));
+        QCOMPARE(storage.action(QStringLiteral("a4"))->config, QStringLiteral("{\"x\":1}"));
+        QCOMPARE(storage.plugin(QStringLiteral("music"))->displayName(), QStringLiteral("Vendel Music"));
+        QCOMPARE(storage.plugin(QStringLiteral("music"))->icon(), QStringLiteral("vendel-music"));
+        QCOMPARE(storage.plugin(QStringLiteral("other"))->displayName(), QStringLiteral("other"));
+        QCOMPARE(storage.globalConfig(QStringLiteral("org.vendel.music")), QStringLiteral("{\"g\":1}"));
+        QCOMPARE(Testing::contentsOf(database), before);
+        QCOMPARE(Testing::userVersion(database), 0);
+    }
+
+    void anUnversionedDatabaseIsMigratedWhenOpenedForWriting()
+    {
+        QTemporaryDir temporary;
+        XdgDataFolders xdg;
+        QVERIFY(writeOldHost(temporary.path(), xdg));
+        {
+            HostStorage storage(temporary.path());
+            QCOMPARE(storage.schemaVersion(), 1);
+            QCOMPARE(Testing::userVersion(storage.databasePath()), 1);
+            // The numbers and default titles are those the database showed before.
+            QCOMPARE(titlesOf(storage), oldHostTitles());
+            QCOMPARE(storage.action(QStringLiteral("a4"))->config, QStringLiteral("{\"x\":1}"));
+            QCOMPARE(storage.plugin(QStringLiteral("music"))->entryName, QStringLiteral("Vendel Music"));
+            QCOMPARE(storage.plugin(QStringLiteral("other"))->entryName, QString());
+            QCOMPARE(storage.globalConfig(QStringLiteral("org.vendel.music")), QStringLiteral("{\"g\":1}"));
+            QCOMPARE(storage.resources().size(), 1);
+            // Numbering goes on after the last one given.
+            QCOMPARE(storage.action(storage.createAction(QStringLiteral("music")))->number, 3);
+            QCOMPARE(storage.action(storage.createAction(QStringLiteral("other")))->number, 3);
+        }
+        // The display name is recorded: it no longer depends on the desktop entry.
+        xdg.writeEntry(XdgDataFolders::SecondSystem, QStringLiteral("music.desktop"), "[Desktop Entry]\n");
+        HostStorage storage(temporary.path(), HostStorage::Access::ReadOnly);
+        QCOMPARE(storage.schemaVersion(), 1);
+        QCOMPARE(storage.action(QStringLiteral("a1"))->title(), QStringLiteral("Vendel Music 1"));
+    }
+
+    void aDatabaseOfANewerHostIsRefusedAndLeftAlone_data()
+    {
+        QTest::addColumn<HostStorage::Access>("access");
+        QTest::newRow("for writing") << HostStorage::Access::ReadWrite;
+        QTest::newRow("for reading") << HostStorage::Access::ReadOnly;
+    }
+
+    void aDatabaseOfANewerHostIsRefusedAndLeftAlone()
+    {
+        QFETCH(HostStorage::Access, access);
+        QTemporaryDir temporary;
+        QString database;
+        {
+            HostStorage storage(temporary.path());
+            storage.createAction(QStringLiteral("music"));
+            database = storage.databasePath();
+        }
+        QVERIFY(Testing::execute(database, {QStringLiteral("PRAGMA user_version = 2")}));
+        const QByteArray before = Testing::contentsOf(database);
+        const QString error = errorOf([&] { HostStorage storage(temporary.path(), access); });
+        QCOMPARE(error, QStringLiteral(
+                            "The database %1 was written by a newer vendel-host (its tables are of version "
+                            "2; this one knows versions up to 1). Nothing was read or written: use the "
+                            "newer vendel-host.")
+                            .arg(database));
+        QCOMPARE(Testing::contentsOf(database), before);
+        QCOMPARE(Testing::userVersion(database), 2);
     }
 
     void refusesADataFolderThatIsAFile()
@@ -397,6 +562,39 @@ private Q_SLOTS:
         QVERIFY2(last == QStringLiteral("{\"by\":\"first\",\"n\":99}") ||
                      last == QStringLiteral("{\"by\":\"second\",\"n\":99}"),
                  qPrintable(last));
+    }
+
+private:
+    // Two plugins, one with a desktop entry, one uninstalled plugin's action, and actions made in turns, as
+    // rows of the old tables.
+    static bool writeOldHost(const QString& folder, XdgDataFolders& xdg)
+    {
+        xdg.writeEntry(XdgDataFolders::SecondSystem, QStringLiteral("music.desktop"),
+                       XdgDataFolders::entry("Vendel Music", "vendel-music"));
+        return Testing::writeUnversionedDatabase(
+            folder,
+            {QStringLiteral("INSERT INTO plugins VALUES ('music', '/opt/music'), ('other', '/opt/other')"),
+             QStringLiteral("INSERT INTO actions VALUES ('a1', 'music', ''), ('a2', 'other', ''), "
+                            "('a3', 'other', ''), ('a4', 'music', '{\"x\":1}'), ('a5', 'gone', '')"),
+             QStringLiteral("INSERT INTO global_configs VALUES ('org.vendel.music', '{\"g\":1}')"),
+             QStringLiteral(
+                 "INSERT INTO resources (type, name, url) VALUES ('folder', 'Docs', 'file:///d')")});
+    }
+
+    static QStringList oldHostTitles()
+    {
+        return {QStringLiteral("a1 Vendel Music 1"), QStringLiteral("a2 other 1"),
+                QStringLiteral("a3 other 2"), QStringLiteral("a4 Vendel Music 2"),
+                QStringLiteral("a5 gone 1")};
+    }
+
+    static QStringList titlesOf(const HostStorage& storage)
+    {
+        QStringList titles;
+        for (const HostStorage::Action& action : storage.actions()) {
+            titles.append(action.id + u' ' + action.title());
+        }
+        return titles;
     }
 };
 

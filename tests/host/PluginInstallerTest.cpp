@@ -3,6 +3,7 @@
 #include "HostError.h"
 #include "HostErrorText.h"
 #include "HostStorage.h"
+#include "XdgDataFolders.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -155,6 +156,34 @@ private Q_SLOTS:
         QCOMPARE(link.symLinkTarget(), canonical);
         QCOMPARE(m_storage->plugin(plugin.name)->path, canonical);
         QCOMPARE(m_storage->plugins().size(), 1);
+    }
+
+    void theDesktopEntrysNameAndIconAreRecorded()
+    {
+        Testing::XdgDataFolders xdg;
+        const QString name = QFileInfo(stub).fileName();
+        xdg.writeEntry(Testing::XdgDataFolders::FirstSystem, name + QStringLiteral(".desktop"),
+                       Testing::XdgDataFolders::entry("Stub Player", "stub-player"));
+        const auto plugin = PluginInstaller(*m_storage).install(stub);
+        QCOMPARE(plugin.entryName, QStringLiteral("Stub Player"));
+        QCOMPARE(m_storage->plugin(name)->displayName(), QStringLiteral("Stub Player"));
+        QCOMPARE(m_storage->plugin(name)->icon(), QStringLiteral("stub-player"));
+
+        // Installed again without an entry, the plugin is shown by its executable's name again.
+        xdg.writeEntry(Testing::XdgDataFolders::FirstSystem, name + QStringLiteral(".desktop"), "");
+        PluginInstaller(*m_storage).install(stub);
+        QCOMPARE(m_storage->plugin(name)->displayName(), name);
+        QCOMPARE(m_storage->plugin(name)->icon(), QStringLiteral("application-x-executable"));
+    }
+
+    void withoutADesktopEntryTheExecutablesNameAndAGenericIconServe()
+    {
+        Testing::XdgDataFolders xdg;
+        const QString name = QFileInfo(stub).fileName();
+        PluginInstaller(*m_storage).install(stub);
+        QCOMPARE(m_storage->plugin(name)->entryName, QString());
+        QCOMPARE(m_storage->plugin(name)->displayName(), name);
+        QCOMPARE(m_storage->plugin(name)->icon(), QStringLiteral("application-x-executable"));
     }
 
     void theCanonicalPathIsRecordedAndEitherPathCounts()

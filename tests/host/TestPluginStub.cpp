@@ -5,11 +5,16 @@
 #include <QFile>
 #include <QStringList>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 
 // VENDEL_STUB_RECORD: a file to which each launch appends its arguments, one line per launch.
+// VENDEL_STUB_HOLD: a FIFO; after recording, the launch waits until no one holds the FIFO open for writing
+// (it does not wait at all when no one does), so a test decides when its launches end.
+// VENDEL_STUB_DONE: a file to which each launch appends its arguments when it has stopped waiting.
 // VENDEL_STUB_EXIT: the exit status to end with. VENDEL_STUB_HANG: never end. VENDEL_STUB_CRASH: abort.
 int main(int argc, char** argv)
 {
@@ -19,6 +24,27 @@ int main(int argc, char** argv)
     const QString record = qEnvironmentVariable("VENDEL_STUB_RECORD");
     if (!record.isEmpty()) {
         QFile file(record);
+        if (file.open(QIODevice::Append)) {
+            file.write(arguments.join(u' ').toUtf8() + '\n');
+        }
+    }
+    const QByteArray hold = qgetenv("VENDEL_STUB_HOLD");
+    if (!hold.isEmpty()) {
+        // Opened without waiting for a writer; reading then waits only while a writer holds it open.
+        const int fifo = ::open(hold.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        if (fifo >= 0) {
+            ::fcntl(fifo, F_SETFL, ::fcntl(fifo, F_GETFL) & ~O_NONBLOCK);
+            char byte = 0;
+            ssize_t got = 0;
+            do {
+                got = ::read(fifo, &byte, 1);
+            } while (got < 0 && errno == EINTR);
+            ::close(fifo);
+        }
+    }
+    const QString done = qEnvironmentVariable("VENDEL_STUB_DONE");
+    if (!done.isEmpty()) {
+        QFile file(done);
         if (file.open(QIODevice::Append)) {
             file.write(arguments.join(u' ').toUtf8() + '\n');
         }
