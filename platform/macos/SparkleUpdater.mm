@@ -1,6 +1,4 @@
 // The updater of macOS: the updater framework's standard controller, one for the process, started once.
-#include "FoundationConversions.h"
-
 #include "app/Updater.h"
 
 #include "VendelSDK/FatalError.h"
@@ -17,21 +15,13 @@ class SparkleUpdater final : public Updater
 public:
     SparkleUpdater()
     {
-        // Made without starting, so that a failure to start is seen here rather than shown by the framework.
-        m_controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:NO
+        // Started by the framework: a start that fails (a malformed key or no feed in the bundle) is the
+        // framework's to report, as a failed check is, and the launch goes on. Only a missing updater stops it.
+        m_controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
                                                                      updaterDelegate:nil
                                                                   userDriverDelegate:nil];
         if (m_controller == nil) {
             VendelSDK::fatalError(QStringLiteral("The software updater could not be made."),
-                                  "platform/macos/SparkleUpdater", __LINE__);
-        }
-        NSError* error = nil;
-        if (![m_controller.updater startUpdater:&error]) {
-            const QString reason = error != nil
-                                       ? VendelSDK::frameworkError(VendelSDK::toFrameworkErrorFacts(error))
-                                             .localizedDescription()
-                                       : QString();
-            VendelSDK::fatalError(QStringLiteral("The software updater could not be started: ") + reason,
                                   "platform/macos/SparkleUpdater", __LINE__);
         }
     }
