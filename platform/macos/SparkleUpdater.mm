@@ -15,8 +15,8 @@ class SparkleUpdater final : public Updater
 public:
     SparkleUpdater()
     {
-        // Started by the framework: a start that fails (a malformed key or no feed in the bundle) is the
-        // framework's to report, as a failed check is, and the launch goes on. Only a missing updater stops it.
+        // Started by the framework: a start that fails (a malformed key, no feed in the bundle) is its to
+        // report, as a failed check is, and the launch goes on. Only a missing updater stops the process.
         m_controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
                                                                      updaterDelegate:nil
                                                                   userDriverDelegate:nil];

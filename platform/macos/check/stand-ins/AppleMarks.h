@@ -66,11 +66,11 @@
 // Apple's NS_ENUM and NS_OPTIONS as its headers expand them for C++: an enumeration is a type of its own,
 // which no integer and no other enumeration converts to, while options stay plain integers. GNUstep's own
 // macros keep their meaning for its headers.
-#define APPLE_ENUM(type, name)                                                                                 \
-    enum name : type name;                                                                                     \
+#define APPLE_ENUM(type, name)                                                                               \
+    enum name : type name;                                                                                   \
     enum name : type
-#define APPLE_OPTIONS(type, name)                                                                              \
-    type name;                                                                                                 \
+#define APPLE_OPTIONS(type, name)                                                                            \
+    type name;                                                                                               \
     enum : name
 
 #ifndef NS_RETURNS_INNER_POINTER

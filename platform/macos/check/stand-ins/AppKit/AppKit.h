@@ -128,6 +128,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+// Enumerations keep the layout of Apple's headers, one constant a line.
+
 // CoreGraphics' CGWindowLevel.h
 #define kCGNormalWindowLevel 0
 #define kCGFloatingWindowLevel 3
@@ -139,16 +141,20 @@ NS_ASSUME_NONNULL_BEGIN
 #define kCGScreenSaverWindowLevel 1000
 
 // NSGraphics.h
+// clang-format off
 typedef APPLE_ENUM(NSUInteger, NSBackingStoreType){
     NSBackingStoreRetained APPLE_DEPRECATED(10_13, "Use NSBackingStoreBuffered instead") = 0,
     NSBackingStoreNonretained APPLE_DEPRECATED(10_13, "Use NSBackingStoreBuffered instead") = 1,
     NSBackingStoreBuffered = 2,
 };
+// clang-format on
+// clang-format off
 typedef APPLE_ENUM(NSInteger, NSWindowOrderingMode){
     NSWindowAbove = 1,
     NSWindowBelow = -1,
     NSWindowOut = 0,
 };
+// clang-format on
 
 // NSWindow.h
 typedef NSInteger NSWindowLevel;
@@ -162,6 +168,7 @@ static const NSWindowLevel NSModalPanelWindowLevel = kCGModalPanelWindowLevel;
 static const NSWindowLevel NSPopUpMenuWindowLevel = kCGPopUpMenuWindowLevel;
 static const NSWindowLevel NSScreenSaverWindowLevel = kCGScreenSaverWindowLevel;
 
+// clang-format off
 typedef APPLE_OPTIONS(NSUInteger, NSWindowStyleMask){
     NSWindowStyleMaskBorderless = 0,
     NSWindowStyleMaskTitled = 1 << 0,
@@ -171,18 +178,19 @@ typedef APPLE_OPTIONS(NSUInteger, NSWindowStyleMask){
     NSWindowStyleMaskUtilityWindow = 1 << 4,
     NSWindowStyleMaskFullScreen = 1 << 14,
 };
-static const NSWindowStyleMask NSBorderlessWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskBorderless instead") = NSWindowStyleMaskBorderless;
-static const NSWindowStyleMask NSTitledWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskTitled instead") = NSWindowStyleMaskTitled;
-static const NSWindowStyleMask NSClosableWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskClosable instead") = NSWindowStyleMaskClosable;
-static const NSWindowStyleMask NSMiniaturizableWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskMiniaturizable instead") = NSWindowStyleMaskMiniaturizable;
-static const NSWindowStyleMask NSResizableWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskResizable instead") = NSWindowStyleMaskResizable;
-static const NSWindowStyleMask NSFullScreenWindowMask APPLE_DEPRECATED(
-    10_12, "Use NSWindowStyleMaskFullScreen instead") = NSWindowStyleMaskFullScreen;
+// clang-format on
+static const NSWindowStyleMask NSBorderlessWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskBorderless instead") = NSWindowStyleMaskBorderless;
+static const NSWindowStyleMask NSTitledWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskTitled instead") = NSWindowStyleMaskTitled;
+static const NSWindowStyleMask NSClosableWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskClosable instead") = NSWindowStyleMaskClosable;
+static const NSWindowStyleMask NSMiniaturizableWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskMiniaturizable instead") = NSWindowStyleMaskMiniaturizable;
+static const NSWindowStyleMask NSResizableWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskResizable instead") = NSWindowStyleMaskResizable;
+static const NSWindowStyleMask NSFullScreenWindowMask
+    APPLE_DEPRECATED(10_12, "Use NSWindowStyleMaskFullScreen instead") = NSWindowStyleMaskFullScreen;
 
 APPKIT_EXPORT NSNotificationName NSWindowDidBecomeKeyNotification;
 APPKIT_EXPORT NSNotificationName NSWindowDidBecomeMainNotification;
@@ -200,16 +208,20 @@ static const NSModalResponse NSModalResponseStop = (-1000);
 static const NSModalResponse NSModalResponseAbort = (-1001);
 static const NSModalResponse NSModalResponseContinue = (-1002);
 
+// clang-format off
 typedef APPLE_ENUM(NSInteger, NSApplicationActivationPolicy){
     NSApplicationActivationPolicyRegular,
     NSApplicationActivationPolicyAccessory,
     NSApplicationActivationPolicyProhibited,
 };
+// clang-format on
+// clang-format off
 typedef APPLE_OPTIONS(NSUInteger, NSApplicationActivationOptions){
     NSApplicationActivateAllWindows = 1 << 0,
     NSApplicationActivateIgnoringOtherApps APPLE_DEPRECATED(
         14_0, "ignoringOtherApps is deprecated in macOS 14 and will have no effect.") = 1 << 1,
 };
+// clang-format on
 
 APPKIT_EXPORT NSNotificationName NSApplicationDidFinishLaunchingNotification;
 APPKIT_EXPORT NSNotificationName NSApplicationWillTerminateNotification;
@@ -263,27 +275,29 @@ APPKIT_EXPORT NSRunLoopMode NSEventTrackingRunLoopMode;
 - (void)abortModal;
 - (NSApplicationActivationPolicy)activationPolicy;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
-- (void)activateIgnoringOtherApps:(BOOL)flag APPLE_DEPRECATED(
-    14_0, "This method will be deprecated in a future release. Use NSApp.activate instead.");
+- (void)activateIgnoringOtherApps:(BOOL)flag
+    APPLE_DEPRECATED(14_0, "This method will be deprecated in a future release. Use NSApp.activate instead.");
 @end
 
 APPKIT_EXPORT __kindof NSApplication* _Null_unspecified NSApp;
 
 // NSAlert.h
+// clang-format off
 typedef APPLE_ENUM(NSUInteger, NSAlertStyle){
     NSAlertStyleWarning = 0,
     NSAlertStyleInformational = 1,
     NSAlertStyleCritical = 2,
 };
+// clang-format on
 static const NSModalResponse NSAlertFirstButtonReturn = 1000;
 static const NSModalResponse NSAlertSecondButtonReturn = 1001;
 static const NSModalResponse NSAlertThirdButtonReturn = 1002;
-static const NSAlertStyle NSWarningAlertStyle APPLE_DEPRECATED(
-    10_12, "Use NSAlertStyleWarning instead") = NSAlertStyleWarning;
-static const NSAlertStyle NSInformationalAlertStyle APPLE_DEPRECATED(
-    10_12, "Use NSAlertStyleInformational instead") = NSAlertStyleInformational;
-static const NSAlertStyle NSCriticalAlertStyle APPLE_DEPRECATED(
-    10_12, "Use NSAlertStyleCritical instead") = NSAlertStyleCritical;
+static const NSAlertStyle
+    NSWarningAlertStyle APPLE_DEPRECATED(10_12, "Use NSAlertStyleWarning instead") = NSAlertStyleWarning;
+static const NSAlertStyle NSInformationalAlertStyle
+    APPLE_DEPRECATED(10_12, "Use NSAlertStyleInformational instead") = NSAlertStyleInformational;
+static const NSAlertStyle
+    NSCriticalAlertStyle APPLE_DEPRECATED(10_12, "Use NSAlertStyleCritical instead") = NSAlertStyleCritical;
 
 @interface NSAlert : NSObject
 + (NSAlert*)alertWithError:(NSError*)error;
@@ -299,8 +313,7 @@ static const NSAlertStyle NSCriticalAlertStyle APPLE_DEPRECATED(
                    defaultButton:(nullable NSString*)defaultButton
                  alternateButton:(nullable NSString*)alternateButton
                      otherButton:(nullable NSString*)otherButton
-       informativeTextWithFormat:(NSString*)format, ...
-    APPLE_DEPRECATED(10_10, "Use -init instead");
+       informativeTextWithFormat:(NSString*)format, ... APPLE_DEPRECATED(10_10, "Use -init instead");
 @end
 
 // NSWorkspace.h
@@ -308,8 +321,9 @@ static const NSAlertStyle NSCriticalAlertStyle APPLE_DEPRECATED(
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 - (BOOL)openURL:(NSURL*)url;
 - (BOOL)openFile:(NSString*)fullPath APPLE_DEPRECATED(11_0, "Use -[NSWorkspace openURL:] instead.");
-- (BOOL)launchApplication:(NSString*)appName APPLE_DEPRECATED(
-    11_0, "Use -[NSWorkspace openApplicationAtURL:configuration:completionHandler:] instead.");
+- (BOOL)launchApplication:(NSString*)appName
+    APPLE_DEPRECATED(11_0,
+                     "Use -[NSWorkspace openApplicationAtURL:configuration:completionHandler:] instead.");
 @end
 
 // NSRunningApplication.h

@@ -39,6 +39,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+// Enumerations keep the layout of Apple's headers, one constant a line.
+
 // MacTypes.h, which Foundation reaches through CoreFoundation.
 typedef unsigned char Boolean;
 typedef unsigned int UInt32;
@@ -97,7 +99,7 @@ enum
 - (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
 @end
 
-@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary<KeyType, ObjectType>
+@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
 - (void)removeObjectForKey:(KeyType)aKey;
 - (void)setObject:(ObjectType)anObject forKey:(KeyType<NSCopying>)aKey;
 - (instancetype)initWithCapacity:(NSUInteger)numItems NS_DESIGNATED_INITIALIZER;
@@ -215,6 +217,7 @@ FOUNDATION_EXPORT NSRunLoopMode const NSRunLoopCommonModes;
 @end
 
 // NSAppleEventDescriptor.h
+// clang-format off
 typedef APPLE_OPTIONS(NSUInteger, NSAppleEventSendOptions){
     NSAppleEventSendNoReply = 0x00000001,
     NSAppleEventSendQueueReply = 0x00000002,
@@ -227,6 +230,7 @@ typedef APPLE_OPTIONS(NSUInteger, NSAppleEventSendOptions){
     NSAppleEventSendDontExecute = 0x00002000,
     NSAppleEventSendDontAnnotate = 0x00010000,
     NSAppleEventSendDefaultOptions = NSAppleEventSendWaitForReply | NSAppleEventSendCanInteract};
+// clang-format on
 
 @interface NSAppleEventDescriptor : NSObject <NSCopying, NSSecureCoding>
 + (NSAppleEventDescriptor*)nullDescriptor;

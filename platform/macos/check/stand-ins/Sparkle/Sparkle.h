@@ -41,8 +41,10 @@ NS_ASSUME_NONNULL_BEGIN
 - (IBAction)checkForUpdates:(nullable id)sender;
 @end
 
-__attribute__((deprecated("Deprecated in Sparkle 2. Use SPUStandardUpdaterController instead, or SPUUpdater if "
-                          "you need more control."))) @interface SUUpdater : NSObject
+__attribute__((
+    deprecated("Deprecated in Sparkle 2. Use SPUStandardUpdaterController instead, or SPUUpdater if "
+               "you need more control.")))
+@interface SUUpdater : NSObject
 + (SUUpdater*)sharedUpdater;
 - (void)checkForUpdatesInBackground;
 @end
