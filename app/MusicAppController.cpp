@@ -61,7 +61,8 @@ Error MusicAppController::errorFrom(const ScriptErrorRecord& record)
 void MusicAppController::runScript(const QString& source)
 {
     const ScriptOutcome outcome = Platform::scriptEngine().execute(source);
-    if (const auto* failure = std::get_if<ScriptErrorRecord>(&outcome)) {
+    // A record that cannot be read as one keyed by text makes no error to show: the call just returns.
+    if (const auto* failure = std::get_if<ScriptErrorRecord>(&outcome); failure && failure->keyedByText) {
         show(*failure);
     }
 }

@@ -33,3 +33,11 @@ function(vendel_add_test class)
     endif()
     set_tests_properties(${class} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 120)
 endfunction()
+
+# vendel_add_script_test(<name> COMMAND <command>...): a test that runs a script, named after what it tests: the
+# build's own CMake functions in script mode, or a script of the repository against recorded input.
+function(vendel_add_script_test name)
+    cmake_parse_arguments(arg "" "" "COMMAND" ${ARGN})
+    add_test(NAME ${name} COMMAND ${arg_COMMAND})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "LC_ALL=C.UTF-8" TIMEOUT 120)
+endfunction()

@@ -18,7 +18,7 @@ ScriptOutcome AppleScriptEngine::execute(const QString& source)
         NSDictionary<NSString*, id>* errorInfo = nil;
         NSAppleEventDescriptor* result = [script executeAndReturnError:&errorInfo];
         if (errorInfo != nil) {
-            execution.errorInfo = toQVariantMap(errorInfo);
+            execution.errorInfo = toDictionaryEntries(errorInfo);
         }
         if (result != nil) {
             execution.resultText = toOptionalQString(result.stringValue);

@@ -64,7 +64,13 @@ ScriptOutcome appleScriptOutcome(const AppleScriptExecution& execution)
         return ScriptNoResult{};
     }
     if (execution.errorInfo) {
-        return appleScriptErrorRecord(*execution.errorInfo);
+        const std::optional<QVariantMap> errorInfo = textKeyedMap(*execution.errorInfo);
+        if (!errorInfo) {
+            ScriptErrorRecord unreadable;
+            unreadable.keyedByText = false;
+            return unreadable;
+        }
+        return appleScriptErrorRecord(*errorInfo);
     }
     if (execution.resultText) {
         return *execution.resultText;

@@ -1,6 +1,8 @@
 // What one AppleScript execution reported, turned into the script seam's outcome.
 #pragma once
 
+#include "DictionaryEntries.h"
+
 #include <VendelSDK/ScriptEngine.h>
 
 #include <QVariantMap>
@@ -19,14 +21,14 @@ struct AppleScriptExecution
 {
     // False when the source could not be made into a script object; nothing ran then.
     bool scriptCreated = false;
-    // The error dictionary, present exactly when execution filled it.
-    std::optional<QVariantMap> errorInfo;
+    // The error dictionary's entries, present exactly when execution filled it.
+    std::optional<DictionaryEntries> errorInfo;
     // The result descriptor's string value; absent when there was no descriptor or it has no text.
     std::optional<QString> resultText;
 };
 
-// A filled error dictionary is a failure, whatever else came back; then a result text, even an empty one;
-// anything else is no result.
+// A filled error dictionary is a failure, whatever else came back, and one with a key that is not text is a
+// failure that cannot be read; then a result text, even an empty one; anything else is no result.
 ScriptOutcome appleScriptOutcome(const AppleScriptExecution& execution);
 
 // The record of a filled error dictionary: the number only when it is an integer, each text only when it

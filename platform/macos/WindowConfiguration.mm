@@ -1,7 +1,12 @@
-// On macOS a plugin window sits one level above floating windows, set on the native window itself.
+// On macOS a plugin window sits one level above floating windows, set on the native window itself; the
+// application's other windows are lifted to that level when they come forward, so that none opens behind.
 #include <VendelSDK/WindowConfiguration.h>
 
+#include "WindowLevelRules.h"
+
 #include <QEvent>
+#include <QGuiApplication>
+#include <QList>
 #include <QPointer>
 #include <QWidget>
 
@@ -11,20 +16,82 @@ namespace VendelSDK {
 
 namespace {
 
-void applyLevel(QWidget& window)
+// Every window configured so far, for as long as it lives.
+QList<QPointer<QWidget>>& pluginWindows()
+{
+    static QList<QPointer<QWidget>> windows;
+    return windows;
+}
+
+// On the cocoa platform a widget's native id is its NSView; none is made here.
+NSWindow* _Nullable nativeWindow(QWidget& window)
 {
     const WId native = window.internalWinId();
     if (native == 0) {
-        return;
+        return nil;
     }
+    NSView* view = (__bridge NSView*)reinterpret_cast<void*>(native);
+    return view.window;
+}
+
+void applyLevel(QWidget& window)
+{
     @autoreleasepool {
-        NSView* view = (__bridge NSView*)reinterpret_cast<void*>(native);
-        [view.window setLevel:NSFloatingWindowLevel + 1];
+        nativeWindow(window).level = NSWindowLevel(pluginWindowLevel);
     }
 }
 
-// The toolkit sets a level of its own when it creates or shows the native window, and again when the
-// window's flags change, which recreates it; the level is set again after each.
+bool pluginWindowShown()
+{
+    for (const QPointer<QWidget>& window : pluginWindows()) {
+        if (window && window->isVisible()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isPluginWindow(NSWindow* _Nullable candidate)
+{
+    for (const QPointer<QWidget>& window : pluginWindows()) {
+        if (window && candidate != nil && nativeWindow(*window) == candidate) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Once for the process: the updater's windows, an alert, or any other window of the application that
+// becomes key or main while a plugin window is shown is lifted to the plugin windows' level and put in
+// front of them. A plugin window that leaves full screen gets its level back.
+void observeApplicationWindows()
+{
+    static bool observing = false;
+    if (observing) {
+        return;
+    }
+    observing = true;
+    NSNotificationCenter* center = [NSNotificationCenter defaultCenter];
+    void (^lift)(NSNotification*) = ^(NSNotification* notification) {
+      NSWindow* window = notification.object;
+      if (const std::optional<long> level = liftedWindowLevel(long(window.level), pluginWindowShown())) {
+          window.level = NSWindowLevel(*level);
+          [window orderWindow:NSWindowAbove relativeTo:0];
+      }
+    };
+    [center addObserverForName:NSWindowDidBecomeKeyNotification object:nil queue:nil usingBlock:lift];
+    [center addObserverForName:NSWindowDidBecomeMainNotification object:nil queue:nil usingBlock:lift];
+    [center addObserverForName:NSWindowDidExitFullScreenNotification
+                        object:nil
+                         queue:nil
+                    usingBlock:^(NSNotification* notification) {
+                      NSWindow* window = notification.object;
+                      if (isPluginWindow(window)) {
+                          window.level = NSWindowLevel(pluginWindowLevel);
+                      }
+                    }];
+}
+
 class WindowLevelKeeper final : public QObject
 {
 public:
@@ -33,10 +100,11 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Show || event->type() == QEvent::WinIdChange) {
+        if (resetsWindowLevel(event->type())) {
             auto* window = static_cast<QWidget*>(watched);
             applyLevel(*window);
-            // The show event comes before the native window is shown; the level is set again after.
+            // The toolkit acts after these events (it shows the native window after the show event, and
+            // finishes a state change later): the level is set again once it has.
             const QPointer<QWidget> guarded(window);
             QMetaObject::invokeMethod(
                 this,
@@ -55,7 +123,14 @@ protected:
 
 void WindowConfiguration::configure(QWidget& window)
 {
+    if (!setsNativeWindowLevel(QGuiApplication::platformName())) {
+        window.setWindowFlag(Qt::WindowStaysOnTopHint, true);
+        return;
+    }
     // The stays-on-top hint is not used here: it gives another level on macOS.
+    pluginWindows().removeAll(nullptr);
+    pluginWindows().append(&window);
+    observeApplicationWindows();
     window.installEventFilter(new WindowLevelKeeper(&window));
     applyLevel(window);
 }

@@ -91,6 +91,15 @@ private Q_SLOTS:
         platform.engine->answers = {ScriptErrorRecord{}};
         QVERIFY_THROWS_EXCEPTION(Error, AppleScriptRunner::run(QStringLiteral("x")));
     }
+
+    void recordThatCannotBeReadStillThrowsCodeOne()
+    {
+        TestPlatform platform;
+        ScriptErrorRecord unreadable;
+        unreadable.keyedByText = false;
+        platform.engine->answers = {unreadable};
+        QVERIFY_THROWS_EXCEPTION(Error, AppleScriptRunner::run(QStringLiteral("x")));
+    }
 };
 
 QTEST_GUILESS_MAIN(AppleScriptRunnerTest)

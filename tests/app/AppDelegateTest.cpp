@@ -205,6 +205,25 @@ private Q_SLOTS:
         QVERIFY(plugin.actionController.didPerformAction);
     }
 
+    void urlDeliveredBeforeLaunchingFinishesRunsItsHandlerAndTheStartUpCheckStaysQuiet()
+    {
+        // As on macOS: the get-URL event of the launch arrives while the application is still launching, and
+        // the system says launching has finished only after it.
+        TestPlatform platform;
+        registerFakeScenes();
+        platform.engine->fallback = QStringLiteral("true");
+        VendelPlugin& plugin = pluginLaunchingIn(platform);
+        AppDelegate delegate;
+        Q_EMIT platform.services->getURLEvent(QStringLiteral("vendelplugin://configure"));
+        QVERIFY(plugin.actionController.didPerformAction);
+        platform.services->finishLaunching();
+        QCOMPARE(delegate.runControllers.size(), std::size_t(1));
+        QCOMPARE(window(delegate, 0).scene, QStringLiteral("Preferences Window Controller"));
+        QCOMPARE(countContaining(platform.engine->sources, QStringLiteral("is plugin installed")), 0);
+        QVERIFY(platform.alerts->alerts.isEmpty());
+        QCOMPARE(platform.services->terminateRequests, 0);
+    }
+
     void startUpCheckRunsWhenLaunchingFinishesWithoutAHandler()
     {
         // The other side of the test above: in the same set-up, the check does ask and end the process.

@@ -90,6 +90,17 @@ private Q_SLOTS:
                  QStringLiteral("Application isn’t running."));
     }
 
+    void failureWhoseRecordIsNotKeyedByTextShowsNothingAndReturns()
+    {
+        TestPlatform platform;
+        ScriptErrorRecord unreadable{-1728, QStringLiteral("Can’t get playlist."), std::nullopt};
+        unreadable.keyedByText = false;
+        platform.engine->fallback = unreadable;
+        MusicAppController().play(QStringLiteral("Focus"), true);
+        QCOMPARE(platform.engine->sources.size(), 2);
+        QVERIFY(platform.alerts->alerts.isEmpty());
+    }
+
     void failureBecomesAnOsStatusErrorWithRecordTexts()
     {
         const Error error = MusicAppController::errorFrom(

@@ -16,6 +16,9 @@ struct ScriptErrorRecord
     std::optional<qint64> number;
     std::optional<QString> message;
     std::optional<QString> briefMessage;
+    // False when the engine's own error record had keys other than text, so that it could not be read at
+    // all; the entries above are then missing. Still a failure.
+    bool keyedByText = true;
 
     friend bool operator==(const ScriptErrorRecord&, const ScriptErrorRecord&) = default;
 };

@@ -1,6 +1,4 @@
 // The updater of macOS: the updater framework's standard controller, one for the process, started once.
-#include "FoundationErrors.h"
-
 #include "Updater.h"
 
 #include <VendelSDK/FatalError.h>
@@ -17,20 +15,13 @@ class SparkleUpdater final : public Updater
 public:
     SparkleUpdater()
     {
-        // Made without starting, so that a failure to start is seen here rather than shown by the framework.
-        m_controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:NO
+        // Started by the framework: a start that fails (a malformed key, no feed in the bundle) is its to
+        // report, as a failed check is, and the launch goes on. Only a missing updater stops the process.
+        m_controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
                                                                      updaterDelegate:nil
                                                                   userDriverDelegate:nil];
         if (m_controller == nil) {
             VendelSDK::fatalError(QStringLiteral("The software updater could not be made."),
-                                  "app/platform/macos/SparkleUpdater", __LINE__);
-        }
-        NSError* error = nil;
-        if (![m_controller.updater startUpdater:&error]) {
-            const QString reason = error != nil
-                                       ? frameworkError(toFrameworkErrorFacts(error)).localizedDescription()
-                                       : QString();
-            VendelSDK::fatalError(QStringLiteral("The software updater could not be started: ") + reason,
                                   "app/platform/macos/SparkleUpdater", __LINE__);
         }
     }

@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include "DictionaryEntries.h"
+
 #include <QString>
 #include <QVariantMap>
 
@@ -17,6 +19,8 @@ NSString* toNSString(const QString& text);
 QString toQString(NSString* _Nullable text);
 std::optional<QString> toOptionalQString(NSString* _Nullable text);
 
+// Every entry, whatever its key: whether a dictionary is keyed by text is for its reader to decide.
+DictionaryEntries toDictionaryEntries(NSDictionary* _Nullable dictionary);
 // Texts, Booleans and numbers; any other value is left out. Entries whose key is not text are left out.
 QVariantMap toQVariantMap(NSDictionary* _Nullable dictionary);
 NSDictionary<NSString*, id>* toNSDictionary(const QVariantMap& map);

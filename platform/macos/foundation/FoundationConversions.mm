@@ -1,4 +1,5 @@
-// Foundation's numbers say what they hold through their Objective-C type encoding.
+// Foundation's numbers say what they hold through their Objective-C type encoding; a dictionary's keys are
+// reported as they are, text or not.
 #include "FoundationConversions.h"
 
 #include <cstring>
@@ -84,19 +85,23 @@ std::optional<QString> toOptionalQString(NSString* _Nullable text)
     return toQString(text);
 }
 
+DictionaryEntries toDictionaryEntries(NSDictionary* _Nullable dictionary)
+{
+    DictionaryEntries entries;
+    for (id key in dictionary) {
+        DictionaryEntry entry;
+        if ([key isKindOfClass:[NSString class]]) {
+            entry.key = toQString(static_cast<NSString*>(key));
+        }
+        entry.value = toQVariant([dictionary objectForKey:key]);
+        entries.append(entry);
+    }
+    return entries;
+}
+
 QVariantMap toQVariantMap(NSDictionary* _Nullable dictionary)
 {
-    QVariantMap map;
-    for (id key in dictionary) {
-        if (![key isKindOfClass:[NSString class]]) {
-            continue;
-        }
-        const QVariant value = toQVariant([dictionary objectForKey:key]);
-        if (value.isValid()) {
-            map.insert(toQString(static_cast<NSString*>(key)), value);
-        }
-    }
-    return map;
+    return textKeyedEntries(toDictionaryEntries(dictionary));
 }
 
 NSDictionary<NSString*, id>* toNSDictionary(const QVariantMap& map)

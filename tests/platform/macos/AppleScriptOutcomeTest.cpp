@@ -22,6 +22,16 @@ QVariantMap errorInfo(const QVariant& number, const QVariant& message, const QVa
     return info;
 }
 
+// The entries of a dictionary keyed by text, as Foundation reports them.
+DictionaryEntries entries(const QVariantMap& map)
+{
+    DictionaryEntries result;
+    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
+        result.append({entry.key(), entry.value()});
+    }
+    return result;
+}
+
 } // namespace
 
 class AppleScriptOutcomeTest : public QObject
@@ -42,13 +52,45 @@ private Q_SLOTS:
         const ScriptErrorRecord expected{-1743,
                                          QStringLiteral("Not authorised to send Apple events to Music."),
                                          QStringLiteral("Not authorised.")};
-        QCOMPARE(appleScriptOutcome({true, info, std::nullopt}), ScriptOutcome(expected));
-        QCOMPARE(appleScriptOutcome({true, info, QStringLiteral("a result")}), ScriptOutcome(expected));
+        QCOMPARE(appleScriptOutcome({true, entries(info), std::nullopt}), ScriptOutcome(expected));
+        QCOMPARE(appleScriptOutcome({true, entries(info), QStringLiteral("a result")}),
+                 ScriptOutcome(expected));
     }
 
     void emptyErrorDictionaryStillFails()
     {
-        QCOMPARE(appleScriptOutcome({true, QVariantMap{}, std::nullopt}), ScriptOutcome(ScriptErrorRecord{}));
+        QCOMPARE(appleScriptOutcome({true, DictionaryEntries{}, std::nullopt}),
+                 ScriptOutcome(ScriptErrorRecord{}));
+    }
+
+    void errorDictionaryWithAKeyThatIsNotTextIsAFailureThatCannotBeRead()
+    {
+        DictionaryEntries info =
+            entries(errorInfo(qlonglong(-1728), QStringLiteral("Can’t get playlist."), {}));
+        info.append({std::nullopt, qlonglong(1)});
+        ScriptErrorRecord unreadable;
+        unreadable.keyedByText = false;
+        QCOMPARE(appleScriptOutcome({true, info, std::nullopt}), ScriptOutcome(unreadable));
+        QCOMPARE(appleScriptOutcome({true, info, QStringLiteral("a result")}), ScriptOutcome(unreadable));
+    }
+
+    void keyThatIsNotTextMakesNoDictionaryKeyedByText()
+    {
+        const DictionaryEntries info{{QStringLiteral("NSAppleScriptErrorNumber"), qlonglong(-600)},
+                                     {std::nullopt, QStringLiteral("a value")}};
+        QCOMPARE(textKeyedMap(info), std::nullopt);
+        // Read for what it holds, the same dictionary keeps its entries keyed by text.
+        QCOMPARE(textKeyedEntries(info),
+                 (QVariantMap{{QStringLiteral("NSAppleScriptErrorNumber"), qlonglong(-600)}}));
+    }
+
+    void valuesOfOtherKindsAreLeftOutOfADictionaryKeyedByText()
+    {
+        const DictionaryEntries info{{QStringLiteral("NSAppleScriptErrorRange"), QVariant()},
+                                     {QStringLiteral("NSAppleScriptErrorMessage"), QStringLiteral("m")}};
+        QCOMPARE(textKeyedMap(info),
+                 std::optional<QVariantMap>(
+                     QVariantMap{{QStringLiteral("NSAppleScriptErrorMessage"), QStringLiteral("m")}}));
     }
 
     void resultTextIsReturnedUnchangedEvenWhenEmpty()
