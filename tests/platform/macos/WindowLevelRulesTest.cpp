@@ -1,5 +1,5 @@
 // Tests where a plugin window's level is set, when it is set again, and which other windows are lifted.
-#include "macos/WindowLevelRules.h"
+#include "WindowLevelRules.h"
 
 #include <QTest>
 
