@@ -98,7 +98,7 @@ SdBus::Reply callUntil(const SdBus::Bus& bus, SdBus::Message& message,
                              QStringLiteral("Did not receive a reply.")},
                 {}};
     }
-    return bus.call(message, left);
+    return SdBus::call(bus, message, left);
 }
 
 // MPRIS's ActivePlaylist property: whether a playlist is active, and which.
@@ -152,7 +152,8 @@ public:
         if (reply.error || !reply.message.read(unique)) {
             return false;
         }
-        m_slot = m_bus.addMatch(
+        m_slot = SdBus::addMatch(
+            m_bus,
             QStringLiteral("type='signal',sender='%1',path='%2',interface='%3',member='PropertiesChanged'")
                 .arg(unique, QLatin1String(objectPath), QLatin1String(propertiesInterface)),
             [this](SdBus::Message& signal) { changed(signal); });
@@ -190,7 +191,10 @@ public:
             if (condition()) {
                 return true;
             }
-            if (!m_bus.processUntil(deadline)) {
+            // Wakes too for a property that a signal named without its value, which is read first.
+            const auto end = SdBus::waitUntil(
+                m_bus, [&] { return m_refreshNeeded || condition(); }, deadline);
+            if (end != SdBus::WaitEnd::done) {
                 return condition();
             }
         }
