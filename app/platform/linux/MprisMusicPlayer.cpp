@@ -200,6 +200,16 @@ public:
         }
     }
 
+    // Puts a player that was stopped back to playing, then to paused when it had been paused: Play goes on
+    // with the track that was current. False when the player did not follow in time.
+    bool resume(bool paused, std::chrono::steady_clock::time_point deadline)
+    {
+        return perform(
+                   "Play", [this] { return isPlaying(); }, deadline) &&
+               (!paused || perform(
+                               "Pause", [this] { return isPaused(); }, deadline));
+    }
+
     const QString& status() const { return m_status; }
     bool isPlaying() const { return m_status == u"Playing"; }
     bool isPaused() const { return m_status == u"Paused"; }
@@ -215,6 +225,14 @@ public:
     }
 
 private:
+    // Sends a method of the Player interface, then follows the player until it has reached the state.
+    bool perform(const char* method, const std::function<bool()>& reached,
+                 std::chrono::steady_clock::time_point deadline)
+    {
+        SdBus::Message message = m_bus.methodCall(m_player, objectPath, playerInterface, method);
+        return !callUntil(m_bus, message, deadline).error && !read(deadline) && waitUntil(reached, deadline);
+    }
+
     void changed(SdBus::Message& signal)
     {
         QString interface;
@@ -388,38 +406,41 @@ std::variant<QString, ScriptErrorRecord> MprisMusicPlayer::choosePlayer(Deadline
     return chosen;
 }
 
-ScriptOutcome MprisMusicPlayer::setShuffle(bool enabled)
+template <class Result, class Command> Result MprisMusicPlayer::withPlayer(Command command) const
 {
     const Deadline until = deadline();
     const auto player = choosePlayer(until);
     if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
         return *error;
     }
-    return noResultOr(call(std::get<QString>(player), propertiesInterface, "Set", until,
-                           [enabled](SdBus::Message& message) {
-                               message.append(QString::fromLatin1(playerInterface))
-                                   .append(QStringLiteral("Shuffle"))
-                                   .appendVariant(enabled);
-                           }));
+    return command(std::get<QString>(player), until);
+}
+
+ScriptOutcome MprisMusicPlayer::setShuffle(bool enabled)
+{
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) {
+        return noResultOr(call(player, propertiesInterface, "Set", until, [enabled](SdBus::Message& message) {
+            message.append(QString::fromLatin1(playerInterface))
+                .append(QStringLiteral("Shuffle"))
+                .appendVariant(enabled);
+        }));
+    });
 }
 
 ScriptOutcome MprisMusicPlayer::playPlaylist(const QString& name)
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    const auto found = playlists(std::get<QString>(player), until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
-        return *error;
-    }
-    for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
-        if (playlist.name == name) {
-            return activate(std::get<QString>(player), playlist, until);
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) -> ScriptOutcome {
+        const auto found = playlists(player, until);
+        if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
+            return *error;
         }
-    }
-    return MusicErrors::playlistNotFound(name);
+        for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
+            if (playlist.name == name) {
+                return activate(player, playlist, until);
+            }
+        }
+        return MusicErrors::playlistNotFound(name);
+    });
 }
 
 ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& playlist,
@@ -434,7 +455,9 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     }
     // From Stopped an activation can only mean "start": a player that plays or is paused may take it as
     // play/pause, or as a skip to the next track, instead.
-    if (watch.isPlaying() || watch.isPaused()) {
+    const bool wasPlaying = watch.isPlaying();
+    const bool wasPaused = watch.isPaused();
+    if (wasPlaying || wasPaused) {
         if (auto stopped = call(player, playerInterface, "Stop", deadline); stopped.error) {
             return failureOf(*stopped.error);
         }
@@ -448,7 +471,12 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     auto activated = call(player, playlistsInterface, "ActivatePlaylist", deadline,
                           [&playlist](SdBus::Message& message) { message.appendObjectPath(playlist.id); });
     if (activated.error) {
-        return failureOf(*activated.error);
+        // Refused, the activation changed nothing but the stop, which is undone before the user hears why. A
+        // player that cannot resume is left stopped: the refusal is what the user hears about.
+        if (!isNoAnswer(*activated.error) && (wasPlaying || wasPaused)) {
+            watch.resume(wasPaused, deadline);
+        }
+        return refusal(player, playlist, *activated.error, deadline);
     }
     if (auto error = watch.read(deadline)) {
         return failureOf(*error);
@@ -461,32 +489,41 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     return ScriptNoResult{};
 }
 
+ScriptErrorRecord MprisMusicPlayer::refusal(const QString& player, const Playlist& playlist,
+                                            const SdBus::Error& error, Deadline deadline) const
+{
+    // Players name a missing playlist each in their own way; one that no longer lists it has lost it since
+    // it was looked up (deleted or renamed in the player), which is the missing playlist the user knows.
+    const auto found = playlists(player, deadline);
+    if (const auto* listed = std::get_if<QList<Playlist>>(&found);
+        listed && std::none_of(listed->begin(), listed->end(), [&playlist](const Playlist& candidate) {
+            return candidate.id == playlist.id || candidate.name == playlist.name;
+        })) {
+        return MusicErrors::playlistNotFound(playlist.name);
+    }
+    return failureOf(error);
+}
+
 ScriptOutcome MprisMusicPlayer::pause()
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    return noResultOr(call(std::get<QString>(player), playerInterface, "Pause", until));
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) {
+        return noResultOr(call(player, playerInterface, "Pause", until));
+    });
 }
 
 PlaylistNames MprisMusicPlayer::playlistNames()
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    const auto found = playlists(std::get<QString>(player), until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
-        return *error;
-    }
-    QStringList names;
-    for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
-        names.append(playlist.name);
-    }
-    return names;
+    return withPlayer<PlaylistNames>([&](const QString& player, Deadline until) -> PlaylistNames {
+        const auto found = playlists(player, until);
+        if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
+            return *error;
+        }
+        QStringList names;
+        for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
+            names.append(playlist.name);
+        }
+        return names;
+    });
 }
 
 MprisMusicPlayer::Playlists MprisMusicPlayer::playlists(const QString& player, Deadline deadline) const

@@ -2,6 +2,7 @@
 #include "MusicApplication.h"
 #include "MpdMusicPlayer.h"
 #include "MpdTestServer.h"
+#include "MprisMusicPlayer.h"
 #include "MusicAppController.h"
 #include "RecordingAlertPresenter.h"
 
@@ -289,6 +290,28 @@ private Q_SLOTS:
         QCOMPARE(after->songPosition, 1);
         QCOMPARE(after->songId, before->songId);
         QCOMPARE(m_mpd.queue(), focusSongs);
+    }
+
+    void playlistRemovedInAnMprisPlayerBeforeItsActivationKeepsThePlayerAndShowsTheLoadFailure()
+    {
+        auto options = mprisPlayer("vanishing", "Paused");
+        options.activePlaylist = 0;
+        options.track = 1;
+        options.vanishingPlaylist = QStringLiteral("Focus");
+        startMpris(options);
+        RecordingAlertPresenter& alerts =
+            useMusic(std::make_unique<MprisMusicPlayer>(SdBus::Bus::session(), QStringLiteral("vanishing")));
+
+        MusicAppController().play(QStringLiteral("Focus"), true);
+
+        QCOMPARE(alerts.alerts.size(), 1);
+        QCOMPARE(alerts.alerts.first().messageText, QStringLiteral("Can’t get playlist \"Focus\"."));
+        QCOMPARE(alerts.alerts.first().informativeText,
+                 QStringLiteral("Music got an error: Can’t get playlist \"Focus\"."));
+        QVERIFY(m_mpris->shuffle());
+        QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Paused"));
+        QCOMPARE(m_mpris->activePlaylist(), TestMprisPlayerProcess::playlistId(0));
+        QCOMPARE(m_mpris->track(), 1);
     }
 
 private:
