@@ -1,6 +1,8 @@
 // Talks MPD's protocol through libmpdclient and turns its failures into the players' error records.
 #include "MpdMusicPlayer.h"
 
+#include <VendelSDK/TerminationSignals.h>
+
 #include <QCoreApplication>
 
 #include <mpd/client.h>
@@ -134,12 +136,23 @@ std::optional<mpd_state> waitWhileNotPlaying(mpd_connection* connection,
         if (!mpd_send_idle_mask(connection, MPD_IDLE_PLAYER)) {
             return std::nullopt;
         }
-        pollfd readable{mpd_connection_get_fd(connection), POLLIN, 0};
+        // A termination signal is carried out at once, which ends the process; any other signal only starts
+        // the wait again with the time that remains.
+        pollfd watched[] = {{mpd_connection_get_fd(connection), POLLIN, 0},
+                            {VendelSDK::TerminationSignals::descriptor(), POLLIN, 0}};
         int ready = 0;
-        do {
+        for (;;) {
             const auto left = duration_cast<milliseconds>(deadline - steady_clock::now()).count();
-            ready = left > 0 ? ::poll(&readable, 1, int(std::min<milliseconds::rep>(left, INT_MAX))) : 0;
-        } while (ready < 0 && errno == EINTR);
+            ready = left > 0 ? ::poll(watched, 2, int(std::min<milliseconds::rep>(left, INT_MAX))) : 0;
+            if (ready < 0 && errno != EINTR) {
+                break;
+            }
+            if (ready < 0 || (watched[1].revents & POLLIN) != 0) {
+                VendelSDK::TerminationSignals::deliverPending();
+                continue;
+            }
+            break;
+        }
         // Leaving idle early is answered at once, with the changes so far, possibly none.
         if (ready <= 0 && !mpd_send_noidle(connection)) {
             return std::nullopt;

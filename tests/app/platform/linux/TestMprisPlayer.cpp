@@ -3,6 +3,7 @@
 // Options: --name <part after "org.mpris.MediaPlayer2.">, --status Playing|Paused|Stopped,
 // --playlist <name> (repeatable, in the player's own order), --ordering <name> (repeatable),
 // --no-playlists (serves no Playlists interface), --refuse-pause (answers Pause with an error),
+// --locked-shuffle (Shuffle is read-only: setting it fails with PropertyReadOnly),
 // --active <index> and --track <number> (the playlist that plays or is paused at start, and its track),
 // --vanishing-playlist <name> (the playlist is removed once GetPlaylists has listed it, as if another
 // program deleted it right then: activating it then fails with NoSuchPlaylist),
@@ -250,6 +251,17 @@ private:
     PlayerState& m_state;
 };
 
+// The same Player, but its Shuffle cannot be set: the property declared here hides the writable one, and
+// the bus answers a Set with PropertyReadOnly.
+class LockedShufflePlayerAdaptor : public PlayerAdaptor
+{
+    Q_OBJECT
+    Q_PROPERTY(bool Shuffle READ shuffle)
+
+public:
+    using PlayerAdaptor::PlayerAdaptor;
+};
+
 class PlaylistsAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -396,6 +408,8 @@ int main(int argc, char* argv[])
                                                QStringLiteral("Serve no Playlists interface."));
     const QCommandLineOption refusePauseOption(QStringLiteral("refuse-pause"),
                                                QStringLiteral("Answer Pause with an error."));
+    const QCommandLineOption lockedShuffleOption(QStringLiteral("locked-shuffle"),
+                                                 QStringLiteral("Refuse to set Shuffle."));
     const QCommandLineOption activeOption(QStringLiteral("active"), QStringLiteral("The active playlist."),
                                           QStringLiteral("index"));
     const QCommandLineOption trackOption(QStringLiteral("track"), QStringLiteral("The active track."),
@@ -406,7 +420,8 @@ int main(int argc, char* argv[])
     const QCommandLineOption quirkOption(
         QStringLiteral("quirk"), QStringLiteral("A way to depart from MPRIS."), QStringLiteral("quirk"));
     parser.addOptions({nameOption, statusOption, playlistOption, orderingOption, noPlaylistsOption,
-                       refusePauseOption, activeOption, trackOption, vanishingOption, quirkOption});
+                       refusePauseOption, lockedShuffleOption, activeOption, trackOption, vanishingOption,
+                       quirkOption});
     parser.process(application);
     if (!parser.isSet(nameOption)) {
         std::fputs("TestMprisPlayer: --name is required\n", stderr);
@@ -448,7 +463,11 @@ int main(int argc, char* argv[])
 
     PlayerObject player;
     new RootAdaptor(&player);
-    new PlayerAdaptor(&player, state);
+    if (parser.isSet(lockedShuffleOption)) {
+        new LockedShufflePlayerAdaptor(&player, state);
+    } else {
+        new PlayerAdaptor(&player, state);
+    }
     if (!parser.isSet(noPlaylistsOption)) {
         new PlaylistsAdaptor(&player, state);
     }

@@ -53,6 +53,9 @@ bool TestMprisPlayerProcess::start()
     if (m_options.refusesPause) {
         arguments << QStringLiteral("--refuse-pause");
     }
+    if (m_options.locksShuffle) {
+        arguments << QStringLiteral("--locked-shuffle");
+    }
     if (m_options.activePlaylist >= 0) {
         arguments << QStringLiteral("--active") << QString::number(m_options.activePlaylist)
                   << QStringLiteral("--track") << QString::number(m_options.track);

@@ -20,6 +20,8 @@ public:
         QStringList orderings{QStringLiteral("Alphabetical"), QStringLiteral("UserDefined")};
         bool servesPlaylists = true;
         bool refusesPause = false;
+        // Shuffle cannot be set: the shuffle script fails while the rest works.
+        bool locksShuffle = false;
         // The index in `playlists` of the playlist that plays or is paused at start, and its track; none when
         // negative.
         int activePlaylist = -1;
