@@ -3,6 +3,7 @@
 
 #include <VendelSDK/Error.h>
 #include <VendelSDK/Platform.h>
+#include <VendelSDK/TerminationSignals.h>
 
 namespace VendelSDK {
 
@@ -18,6 +19,9 @@ template <class... Ts> Overloaded(Ts...) -> Overloaded<Ts...>;
 
 std::optional<QString> AppleScriptRunner::run(const QString& source)
 {
+    // A termination signal that came during the previous step is carried out now, and this script never
+    // starts.
+    TerminationSignals::deliverPending();
     return std::visit(
         Overloaded{
             [](const ScriptErrorRecord&) -> std::optional<QString> { throw couldNotRunScriptError(); },

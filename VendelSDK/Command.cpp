@@ -1,9 +1,9 @@
 // Builds and sends host command URLs; the host reads the name from the host part and data from the path.
 #include <VendelSDK/Command.h>
 
+#include "Uri.h"
 #include <VendelSDK/Error.h>
 #include <VendelSDK/Platform.h>
-#include "Uri.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -40,7 +40,7 @@ QString Command::urlText() const
 void Command::send() const
 {
     const QString text = urlText();
-    if (!Uri::parse(text)) {
+    if (!Vendel::Uri::parse(text)) {
         throw couldNotCreateURLError();
     }
     Platform::urlOpener().open(text);

@@ -22,17 +22,34 @@ QtApplicationServices::QtApplicationServices(QObject* parent) : ApplicationServi
 
 QtApplicationServices::~QtApplicationServices() = default;
 
-void QtApplicationServices::terminateOnSignals()
+void QtApplicationServices::terminateOnSignals(std::function<void(int)> end)
 {
     if (m_signals) {
         return;
     }
+    m_end = end ? std::move(end) : std::function<void(int)>(&TerminationSignals::endAs);
     m_signals = std::make_unique<TerminationSignals>();
-    connect(m_signals.get(), &TerminationSignals::received, this, [this] { terminate(); });
+    connect(m_signals.get(), &TerminationSignals::received, this,
+            [this](int number) { endBySignal(number); });
+}
+
+void QtApplicationServices::endBySignal(int number)
+{
+    // The hooks run already (a write at termination waiting for the host): they finish, and the process then
+    // ends as the signal asked.
+    if (m_terminated) {
+        return;
+    }
+    m_terminating = true;
+    m_terminated = true;
+    Q_EMIT willTerminate();
+    m_end(number);
+    endEventLoop();
 }
 
 int QtApplicationServices::terminatingSignal() const
 {
+    // Known from the moment the signal arrives, so that one received while the hooks ran counts too.
     return m_signals ? m_signals->first() : 0;
 }
 

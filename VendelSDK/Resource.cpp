@@ -44,7 +44,7 @@ std::optional<Resource> Resource::fromJson(const QJsonObject& object)
         return std::nullopt;
     }
     const auto resourceType = typeFromRawValue(type.toString());
-    const auto uri = Uri::parse(url.toString());
+    const auto uri = Vendel::Uri::parse(url.toString());
     // A URL value must be absolute: a reference without a scheme names nothing the host can open.
     if (!resourceType || !uri || uri->scheme().isEmpty()) {
         return std::nullopt;

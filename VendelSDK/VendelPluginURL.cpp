@@ -41,7 +41,7 @@ VendelPluginURL::VendelPluginURL(QString verb, std::optional<QString> identifier
 
 std::optional<VendelPluginURL> VendelPluginURL::parse(const QString& url)
 {
-    const auto uri = Uri::parse(url);
+    const auto uri = Vendel::Uri::parse(url);
     if (!uri || uri->scheme() != QLatin1String(pluginScheme) || !uri->host()) {
         return std::nullopt;
     }

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 
 #include <VendelSDK/Platform.h>
+#include <VendelSDK/TerminationSignals.h>
 #include <VendelSDK/VendelAPI.h>
 
 namespace MusicPlugin {
@@ -60,6 +61,9 @@ Error MusicAppController::errorFrom(const ScriptErrorRecord& record)
 
 void MusicAppController::runScript(const QString& source)
 {
+    // A termination signal that came during the previous script (the shuffle before a play) is carried out
+    // now, and this script never starts.
+    TerminationSignals::deliverPending();
     const ScriptOutcome outcome = Platform::scriptEngine().execute(source);
     // A record that cannot be read as one keyed by text makes no error to show: the call just returns.
     if (const auto* failure = std::get_if<ScriptErrorRecord>(&outcome); failure && failure->keyedByText) {

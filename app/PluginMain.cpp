@@ -100,10 +100,10 @@ int pluginMain(int argc, char* argv[])
         channel->claim(bundle.identifier(), url, [&delegate](const std::optional<QString>& later) {
             return delegate != nullptr && delegate->acceptLaunch(later);
         });
+    // A termination signal ends the launch where it waits for the running instance; one that came as that
+    // wait ended ends it here, before it performs its URL or asks the host for anything.
+    TerminationSignals::deliverPending();
     if (role == LaunchChannel::Role::forwarded) {
-        if (const int signal = services != nullptr ? services->terminatingSignal() : 0) {
-            TerminationSignals::endAs(signal);
-        }
         return 0;
     }
 

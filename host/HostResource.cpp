@@ -4,12 +4,11 @@
 
 #include "HostError.h"
 #include "HostInput.h"
+#include "Uri.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <uriparser/Uri.h>
 
 #include <optional>
 
@@ -28,24 +27,12 @@ struct UrlParts
 
 std::optional<UrlParts> absoluteUrl(const QString& text)
 {
-    const QByteArray bytes = text.toUtf8();
-    UriUriA parsed;
-    const char* errorPosition = nullptr;
-    if (uriParseSingleUriExA(&parsed, bytes.constData(), bytes.constData() + bytes.size(), &errorPosition) !=
-        URI_SUCCESS) {
+    const auto parsed = Vendel::Uri::parse(text);
+    if (!parsed || parsed->scheme().isEmpty()) {
         return std::nullopt;
     }
-    const auto part = [](const UriTextRangeA& range) {
-        return range.first == nullptr
-                   ? QString()
-                   : QString::fromUtf8(range.first, range.afterLast - range.first).toLower();
-    };
-    UrlParts parts{part(parsed.scheme), part(parsed.hostText), parsed.pathHead != nullptr};
-    uriFreeUriMembersA(&parsed);
-    if (parts.scheme.isEmpty()) {
-        return std::nullopt;
-    }
-    return parts;
+    return UrlParts{parsed->scheme().toLower(), parsed->host().value_or(QString()).toLower(),
+                    !parsed->rawPathSegments().isEmpty()};
 }
 
 // The scheme that a browser or desktop would find in the text, read as leniently as they do: white space,

@@ -5,7 +5,9 @@
 
 #include <memory>
 
-class QSocketNotifier;
+namespace Vendel {
+class SignalPipe;
+}
 
 namespace VendelHost {
 
@@ -19,7 +21,7 @@ public:
     ~QuitOnSignal() override;
 
 private:
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<Vendel::SignalPipe> m_pipe;
 };
 
 } // namespace VendelHost

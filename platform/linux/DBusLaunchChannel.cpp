@@ -1,6 +1,7 @@
 // Uses the bus name's queue, so that the bus daemon alone decides which launch becomes the running instance.
 #include "DBusLaunchChannel.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace VendelSDK {
@@ -15,9 +16,19 @@ bool LaunchService::Launch(const QStringList& urls)
     return receiver(urls.isEmpty() ? std::nullopt : std::optional<QString>(urls.first()));
 }
 
-DBusLaunchChannel::DBusLaunchChannel(SdBus::Bus bus, int takeOverTimeoutMs)
-    : m_bus(std::move(bus)), m_takeOverTimeoutMs(takeOverTimeoutMs)
+DBusLaunchChannel::DBusLaunchChannel(SdBus::Bus bus, milliseconds handOverTimeout)
+    : m_bus(std::move(bus)), m_handOverTimeout(handOverTimeout)
 {}
+
+milliseconds DBusLaunchChannel::handOverTimeoutFromEnvironment()
+{
+    bool valid = false;
+    const double seconds = qEnvironmentVariable("VENDEL_HANDOVER_TIMEOUT").trimmed().toDouble(&valid);
+    if (!valid || !(seconds > 0)) {
+        return defaultHandOverTimeout;
+    }
+    return milliseconds(qint64(std::clamp(seconds * 1000.0, 1.0, 86400000.0)));
+}
 
 DBusLaunchChannel::~DBusLaunchChannel()
 {
@@ -35,7 +46,7 @@ void DBusLaunchChannel::release()
 void DBusLaunchChannel::giveUpName()
 {
     if (!m_name.isEmpty()) {
-        m_bus.releaseName(m_name);
+        SdBus::releaseName(m_bus, m_name);
         m_name.clear();
     }
 }
@@ -71,16 +82,16 @@ LaunchChannel::Role DBusLaunchChannel::claim(const QString& applicationID, const
         return Role::running;
     }
     m_name = busName(applicationID);
-    m_object = m_bus.serveMethod(objectPath, interfaceName, launchMethod, launchSignature, launchResult,
-                                 [this](SdBus::Message& call, SdBus::Message& reply) {
-                                     QStringList urls;
-                                     if (!call.read(urls)) {
-                                         return false;
-                                     }
-                                     reply.append(m_service.Launch(urls));
-                                     return true;
-                                 });
-    if (m_bus.requestName(m_name) == SdBus::Bus::NameRequest::queued) {
+    m_object = SdBus::serveMethod(m_bus, objectPath, interfaceName, launchMethod, launchSignature,
+                                  launchResult, [this](SdBus::Message& call, SdBus::Message& reply) {
+                                      QStringList urls;
+                                      if (!call.read(urls)) {
+                                          return false;
+                                      }
+                                      reply.append(m_service.Launch(urls));
+                                      return true;
+                                  });
+    if (SdBus::requestName(m_bus, m_name) == SdBus::NameRequest::queued) {
         if (forward(m_name, url) || !waitToTakeOver(m_name, url)) {
             giveUpName();
             return Role::forwarded;
@@ -97,7 +108,7 @@ bool DBusLaunchChannel::forward(const QString& name, const std::optional<QString
 {
     SdBus::Message call = m_bus.methodCall(name, objectPath, interfaceName, launchMethod);
     call.append(url ? QStringList{*url} : QStringList{});
-    SdBus::Reply reply = m_bus.call(call);
+    SdBus::Reply reply = SdBus::call(m_bus, call, m_handOverTimeout);
     bool accepted = false;
     return !reply.error && reply.message.signature() == QLatin1String(launchResult) &&
            reply.message.read(accepted) && accepted;
@@ -110,7 +121,8 @@ bool DBusLaunchChannel::waitToTakeOver(const QString& name, const std::optional<
     // runs in this process yet, so the wait serves the bus alone, without an event loop.
     QString owner;
     bool ownerChanged = false;
-    const SdBus::Slot watch = m_bus.addMatch(
+    const SdBus::Slot watch = SdBus::addMatch(
+        m_bus,
         QStringLiteral("type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
                        "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='%1'")
             .arg(name),
@@ -126,10 +138,10 @@ bool DBusLaunchChannel::waitToTakeOver(const QString& name, const std::optional<
         });
     const QString self = m_bus.uniqueName();
     // The owner may have changed between the refusal and the start of the watch.
-    const QString refusedBy = m_bus.nameOwner(name);
+    const QString refusedBy = SdBus::nameOwner(m_bus, name);
     owner = refusedBy;
     ownerChanged = true;
-    const auto deadline = steady_clock::now() + milliseconds(m_takeOverTimeoutMs);
+    const auto deadline = steady_clock::now() + m_handOverTimeout;
     for (;;) {
         if (ownerChanged) {
             ownerChanged = false;
@@ -140,7 +152,8 @@ bool DBusLaunchChannel::waitToTakeOver(const QString& name, const std::optional<
                 return false;
             }
         }
-        if (!m_bus.processUntil(deadline)) {
+        if (SdBus::waitUntil(
+                m_bus, [&ownerChanged] { return ownerChanged; }, deadline) != SdBus::WaitEnd::done) {
             std::fputs("The running instance did not answer; this launch goes on by itself.\n", stderr);
             return true;
         }

@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <chrono>
 #include <memory>
 
 namespace VendelSDK {
@@ -24,7 +25,14 @@ public:
 class DBusLaunchChannel final : public LaunchChannel
 {
 public:
-    explicit DBusLaunchChannel(SdBus::Bus bus = SdBus::Bus::session(), int takeOverTimeoutMs = 25000);
+    // How long a launch waits for the running instance: to answer the hand-over, then, if it refused, to end.
+    static constexpr std::chrono::milliseconds defaultHandOverTimeout{25000};
+    // VENDEL_HANDOVER_TIMEOUT, in seconds (a day at most), or the default when unset or not a positive
+    // number.
+    static std::chrono::milliseconds handOverTimeoutFromEnvironment();
+
+    explicit DBusLaunchChannel(SdBus::Bus bus = SdBus::Bus::session(),
+                               std::chrono::milliseconds handOverTimeout = defaultHandOverTimeout);
     // Keeps the bus name: the bus releases it when the process ends, without a round trip at exit.
     ~DBusLaunchChannel() override;
     DBusLaunchChannel(const DBusLaunchChannel&) = delete;
@@ -52,7 +60,7 @@ private:
     void giveUpName();
 
     SdBus::Bus m_bus;
-    int m_takeOverTimeoutMs;
+    std::chrono::milliseconds m_handOverTimeout;
     LaunchService m_service;
     QString m_name;
     SdBus::Slot m_object;

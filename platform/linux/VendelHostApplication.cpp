@@ -85,15 +85,15 @@ QList<VendelHostApplication::Method> VendelHostApplication::methods()
 ScriptOutcome VendelHostApplication::perform(qsizetype entry, const QStringList& arguments)
 {
     // The bus is opened on first use, so that a process that never talks to the host never touches it.
-    // The call blocks without running any event loop: the script stays synchronous and nothing else runs
-    // on the main thread meanwhile.
+    // The call blocks without running any event loop: the script stays synchronous, and only the bus's own
+    // handlers (a launch handed over, which waits for the event loop) and termination signals run meanwhile.
     const SdBus::Bus bus = SdBus::Bus::session();
     SdBus::Message call = bus.methodCall(QString::fromLatin1(serviceName), objectPath, interfaceName,
                                          entries.at(static_cast<std::size_t>(entry)).method);
     for (const QString& argument : arguments) {
         call.append(argument);
     }
-    SdBus::Reply answer = bus.call(call, m_timeout);
+    SdBus::Reply answer = SdBus::call(bus, call, m_timeout);
     Reply reply;
     if (answer.error) {
         reply.errorName = answer.error->name;

@@ -1,6 +1,8 @@
 // Tests termination before and during the event loop, the will-terminate hook and main-thread work.
 #include <VendelSDK/QtApplicationServices.h>
 
+#include <VendelSDK/TerminationSignals.h>
+
 #include <QEventLoop>
 #include <QSignalSpy>
 #include <QTest>
@@ -97,7 +99,9 @@ private Q_SLOTS:
     {
         QFETCH(int, signal);
         QtApplicationServices services;
-        services.terminateOnSignals();
+        // The process's ending stands in for the real one, which would end this test too.
+        int endedBy = 0;
+        services.terminateOnSignals([&endedBy](int number) { endedBy = number; });
         QCOMPARE(services.terminatingSignal(), 0);
         QThread* hookThread = nullptr;
         connect(&services, &ApplicationServices::willTerminate, this,
@@ -107,8 +111,47 @@ private Q_SLOTS:
         QTimer::singleShot(10000, [] { QCoreApplication::exit(99); });
         QCOMPARE(services.exec(), 0);
         QCOMPARE(hookThread, QThread::currentThread());
+        QCOMPARE(endedBy, signal);
         QCOMPARE(services.terminatingSignal(), signal);
         QVERIFY(services.terminationRequested());
+    }
+
+    void signalNoticedOutsideTheEventLoopRunsTheHooksThenEndsBeforeTheFlowGoesOn()
+    {
+        QtApplicationServices services;
+        QStringList order;
+        services.terminateOnSignals(
+            [&order](int number) { order.append(QStringLiteral("end %1").arg(number)); });
+        connect(&services, &ApplicationServices::willTerminate, this,
+                [&order] { order.append(QStringLiteral("hook")); });
+        std::raise(SIGTERM);
+        QCOMPARE(services.terminatingSignal(), int(SIGTERM));
+        // What a wait for the bus does when the signal's pipe wakes it: the signal is carried out right
+        // there.
+        TerminationSignals::deliverPending();
+        order.append(QStringLiteral("after the wait"));
+        QCOMPARE(order, (QStringList{QStringLiteral("hook"), QStringLiteral("end %1").arg(SIGTERM),
+                                     QStringLiteral("after the wait")}));
+    }
+
+    void signalWhileTheHooksRunLetsThemFinishAndIsRemembered()
+    {
+        QtApplicationServices services;
+        int endedBy = 0;
+        services.terminateOnSignals([&endedBy](int number) { endedBy = number; });
+        bool hookFinished = false;
+        connect(&services, &ApplicationServices::willTerminate, this, [&hookFinished] {
+            // A write at termination waits for the host, and the signal comes meanwhile.
+            std::raise(SIGHUP);
+            TerminationSignals::deliverPending();
+            hookFinished = true;
+        });
+        services.terminate();
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(99); });
+        QCOMPARE(services.exec(), 0);
+        QVERIFY(hookFinished);
+        QCOMPARE(endedBy, 0);
+        QCOMPARE(services.terminatingSignal(), int(SIGHUP));
     }
 
     void withoutSignalHandlingNoSignalIsReported()

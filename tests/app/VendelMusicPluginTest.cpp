@@ -10,6 +10,7 @@
 #include <QLocalServer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -118,17 +119,18 @@ private:
     // Opens the editor of `actionID` (stored as "play Focus") on the X server in `editor`, or hands the edit
     // launch to the running `editor` when `handOver` is set, then chooses "Pause" with the keyboard. Empty
     // when the change has been made; otherwise what went wrong.
-    QString changeToPauseInEditor(QProcess& editor, const QString& actionID, bool handOver = false) const
+    QString changeToPauseInEditor(QProcess& editor, const QString& actionID, bool handOver = false,
+                                  const std::optional<QProcessEnvironment>& env = std::nullopt) const
     {
         TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
         const QString url = QStringLiteral("vendelplugin://edit/") + actionID;
         if (handOver) {
-            const Launch second = launch({url}, xEnvironment());
+            const Launch second = launch({url}, env.value_or(xEnvironment()));
             if (second.exitCode != 0) {
                 return QStringLiteral("the edit launch was not handed over: ") + second.standardError;
             }
         } else {
-            startPlugin(editor, {url}, xEnvironment());
+            startPlugin(editor, {url}, env.value_or(xEnvironment()));
             if (!editor.waitForStarted()) {
                 return editor.errorString();
             }
@@ -154,6 +156,15 @@ private:
             env.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
         }
         return env;
+    }
+
+    // The connections in the plugin's name's queue, its owner first.
+    static QStringList queuedOwners()
+    {
+        const QDBusMessage reply = QDBusConnection::sessionBus().interface()->call(
+            QStringLiteral("ListQueuedOwners"), QStringLiteral("org.vendel.MusicPlugin"));
+        return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toStringList()
+                                                          : QStringList();
     }
 
     static QList<QStringList> setConfigCalls()
@@ -387,6 +398,101 @@ private Q_SLOTS:
         // Ended by the second signal: the first would have ended it only once the write had given up.
         QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
         QCOMPARE(editor.exitCode(), int(SIGINT));
+    }
+
+    void secondLaunchWaitingOnARunningInstanceThatCannotAnswerEndsBySignalWithoutActing_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGTERM") << int(SIGTERM);
+        QTest::newRow("SIGINT") << int(SIGINT);
+        QTest::newRow("SIGHUP") << int(SIGHUP);
+    }
+
+    void secondLaunchWaitingOnARunningInstanceThatCannotAnswerEndsBySignalWithoutActing()
+    {
+        QFETCH(int, signal);
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
+        QProcess running;
+        startPlugin(running, {QStringLiteral("vendelplugin://edit/K1")}, environment(true));
+        QVERIFY(running.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(queuedOwners().size() == 1 || running.state() == QProcess::NotRunning,
+                                 20000);
+        QCOMPARE(queuedOwners().size(), 1);
+        // The running instance is stopped: it owns the plugin's name, but answers nothing.
+        QCOMPARE(::kill(pid_t(running.processId()), SIGSTOP), 0);
+        const auto endRunning = qScopeGuard([&running] {
+            ::kill(pid_t(running.processId()), SIGKILL);
+            running.waitForFinished();
+        });
+        QVERIFY(m_mpd.playStoredPlaylist(QStringLiteral("Evening")));
+        const auto before = m_mpd.status();
+        QVERIFY(before);
+        QVERIFY(TestHostProcess::controlled(QStringLiteral("Reset")));
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), playFocus});
+
+        // An hour for the hand-over: only the signal can end this launch's wait within the test.
+        QProcessEnvironment env = environment();
+        env.insert(QStringLiteral("VENDEL_HANDOVER_TIMEOUT"), QStringLiteral("3600"));
+        QProcess second;
+        startPlugin(second, {QStringLiteral("vendelplugin://run/K2")}, env);
+        QVERIFY(second.waitForStarted());
+        // Queued for the name, it handles signals: it installs the handlers before it asks for the name.
+        QTRY_VERIFY_WITH_TIMEOUT(queuedOwners().size() == 2 || second.state() == QProcess::NotRunning, 20000);
+        QVERIFY2(queuedOwners().size() == 2, qPrintable(QString::fromUtf8(second.readAllStandardError())));
+        QCOMPARE(::kill(pid_t(second.processId()), signal), 0);
+        const bool ended = second.waitForFinished(30000);
+        QVERIFY2(ended, "the signal did not end the waiting launch");
+        QCOMPARE(second.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(second.exitCode(), signal);
+        QCOMPARE(QString::fromUtf8(second.readAllStandardError()), QString());
+        // It asked the host for nothing, the record included, and left the player alone.
+        QCOMPARE(TestHostProcess::calls(), QList<QStringList>());
+        const auto after = m_mpd.status();
+        QVERIFY(after);
+        QCOMPARE(after->state, before->state);
+        QCOMPARE(after->songId, before->songId);
+        QCOMPARE(m_mpd.queue().value_or(QStringList{}), eveningSongs);
+    }
+
+    void terminationSignalWithAWindowedAlertOpenEndsThePluginAndNothingAfterTheAlertRuns()
+    {
+        // A player that refuses to shuffle: the run's shuffle script fails with an alert, and its play
+        // script would come after the alert.
+        TestMprisPlayerProcess::Options options;
+        options.name = QStringLiteral("locked");
+        options.playlists = {QStringLiteral("Focus")};
+        options.locksShuffle = true;
+        TestMprisPlayerProcess player(options);
+        QVERIFY(player.start());
+        QProcessEnvironment env = xEnvironment();
+        env.insert(QStringLiteral("VENDEL_MUSIC"), QStringLiteral("mpris"));
+        env.insert(QStringLiteral("VENDEL_MUSIC_PLAYER"), QStringLiteral("locked"));
+
+        // An editor with a change that waits for its write, in the process that then runs the action.
+        QProcess editor;
+        const QString failure = changeToPauseInEditor(editor, QStringLiteral("A1"), false, env);
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        const QStringList playerCallsBefore = player.calls();
+        const QString runRecord = QStringLiteral("{\"action\":0,\"name\":\"Focus\",\"shouldShuffle\":true}");
+        TestHostProcess::controlled(QStringLiteral("AnswerText"), {QStringLiteral("GetConfig"), runRecord});
+        const Launch handedOver = launch({QStringLiteral("vendelplugin://run/A2")}, env);
+        QCOMPARE(handedOver.exitCode, 0);
+        // The alert shows beside the editor.
+        const XKeyboard keyboard(m_display.name());
+        QVERIFY2(
+            keyboard.waitForWindowCount(editor.processId(), 2, windowTimeoutMs),
+            qPrintable(keyboard.errorString() + u' ' + QString::fromUtf8(editor.readAllStandardError())));
+
+        QCOMPARE(::kill(pid_t(editor.processId()), SIGTERM), 0);
+        QVERIFY(editor.waitForFinished(20000));
+        QCOMPARE(editor.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(editor.exitCode(), int(SIGTERM));
+        // The hooks ran: the editor's change and the run's record reached the host.
+        const auto writes = setConfigCalls();
+        QVERIFY(writes.contains(QStringList{QStringLiteral("SetConfig"), pauseFocus, QStringLiteral("A1")}));
+        QVERIFY(writes.contains(QStringList{QStringLiteral("SetConfig"), runRecord, QStringLiteral("A2")}));
+        // The play script, next after the alert, never ran: the player was told nothing more.
+        QCOMPARE(player.calls(), playerCallsBefore);
     }
 
     void runCommandHandedToAnEditorWithAChangeWritesItThenStopsWithTheReport()

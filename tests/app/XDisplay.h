@@ -42,12 +42,14 @@ public:
     // Alt+Down to open it, Down, Return. True once the list's popup has closed again: the choice is made
     // in the same event that closes it, so the editor has taken the change by then.
     bool choosePauseInEditor(const QString& window, qint64 pid, int timeoutMs) const;
+    // True once the process shows exactly `count` viewable windows, whatever their titles (an alert has
+    // none of its own); false after `timeoutMs` without.
+    bool waitForWindowCount(qint64 pid, int count, int timeoutMs) const;
     // What went wrong last.
     const QString& errorString() const { return m_error; }
 
 private:
     QStringList viewableWindows(qint64 pid, const QString& title = QString()) const;
-    bool waitForWindowCount(qint64 pid, int count, int timeoutMs) const;
     bool xdotool(const QStringList& arguments, QString* output = nullptr) const;
 
     QString m_display;

@@ -31,19 +31,26 @@ public:
     // the exit it asked for does not reach a loop that starts afterwards.
     int exec();
 
-    // From now on SIGTERM, SIGINT and SIGHUP end the application as terminate() does, hooks included.
-    void terminateOnSignals();
+    // From now on SIGTERM, SIGINT and SIGHUP end the application where the signal is noticed: in the event
+    // loop, in a modal alert's loop, or in a wait that lets termination signals through (a bus call). The
+    // will-terminate hooks run there, so that pending writes reach the host, and then `end` ends the process
+    // (TerminationSignals::endAs when none is given), so that nothing the interrupted flow would do next
+    // runs. A signal that arrives while the hooks already run lets them finish; see terminatingSignal(). An
+    // `end` that returns (a test's) ends the event loop instead.
+    void terminateOnSignals(std::function<void(int number)> end = {});
     // The signal that asked the application to end, or 0; the process should end as that signal would
     // once the event loop has returned (TerminationSignals::endAs).
     int terminatingSignal() const;
 
 private:
     void endEventLoop();
+    void endBySignal(int number);
 
     bool m_terminating = false;
     bool m_terminated = false;
     bool m_ended = false;
     std::unique_ptr<TerminationSignals> m_signals;
+    std::function<void(int)> m_end;
 };
 
 } // namespace VendelSDK

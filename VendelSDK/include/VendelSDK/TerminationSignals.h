@@ -1,4 +1,4 @@
-// Turns SIGTERM, SIGINT and SIGHUP into a termination request carried out by the main thread's event loop.
+// Turns SIGTERM, SIGINT and SIGHUP into a termination request, reported on the main thread.
 #pragma once
 
 #include <QObject>
@@ -6,13 +6,13 @@
 #include <array>
 #include <memory>
 
-class QSocketNotifier;
-
 namespace VendelSDK {
 
-// A signal handler may do almost nothing, so it only writes the signal's number to a pipe; the event loop
-// reads it and reports it on the main thread. A second signal, while the first is being carried out (a
-// termination hook blocked on a frozen host, say), ends the process at once, as that signal would.
+// A signal handler may do almost nothing, so it only records the signal and wakes the main thread, which
+// reports it: from its event loop, or from a wait that blocks it outside the event loop (a bus call, a wait
+// for the player) when that wait lets termination signals through with descriptor() and deliverPending().
+// A second signal, while the first is being carried out (a termination hook blocked on a frozen host, say),
+// ends the process at once, as that signal would.
 class TerminationSignals final : public QObject
 {
     Q_OBJECT
@@ -28,8 +28,17 @@ public:
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-    // The first signal received, or 0; set before `received` is emitted.
-    int first() const { return m_first; }
+    // The first signal received, or 0. It is known as soon as the signal arrives, before it is reported.
+    int first() const;
+
+    // For a wait that blocks the main thread outside the event loop: a descriptor that becomes readable when
+    // a signal arrives (-1 while no handlers are installed), to be polled beside what the wait waits for.
+    static int descriptor();
+    // Reports a signal that has arrived and not been reported yet, now: `received` is emitted before this
+    // returns, and its receiver may end the process. Returns at once when there is none, or when called on
+    // another thread than the main one. Also a point to call before starting work that a termination
+    // request should prevent.
+    static void deliverPending();
 
     // Ends the process as `number` would have by default, so that a shell or a parent process sees which
     // signal ended it. Call it once the termination hooks have run.
@@ -40,10 +49,9 @@ Q_SIGNALS:
     void received(int number);
 
 private:
-    void readPipe();
-
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    int m_first = 0;
+    // The self-pipe, an internal helper of the SDK.
+    std::unique_ptr<QObject> m_pipe;
+    bool m_reported = false;
 };
 
 } // namespace VendelSDK

@@ -1,6 +1,8 @@
 // Talks MPD's protocol through libmpdclient and turns its failures into the players' error records.
 #include "MpdMusicPlayer.h"
 
+#include <VendelSDK/TerminationSignals.h>
+
 #include <QCoreApplication>
 
 #include <mpd/client.h>
@@ -50,21 +52,57 @@ bool isNoSuchObject(mpd_connection* connection)
            mpd_connection_get_server_error(connection) == MPD_SERVER_ERROR_NO_EXIST;
 }
 
-// The stored playlists' names, in the order MPD sends them.
-PlaylistNames storedPlaylists(mpd_connection* connection)
+// Receives the stored playlists' names, in the order MPD sends them, up to the end of the response.
+QStringList receivePlaylists(mpd_connection* connection)
 {
     QStringList names;
-    if (!mpd_send_list_playlists(connection)) {
-        return failureOf(connection);
-    }
     while (mpd_playlist* playlist = mpd_recv_playlist(connection)) {
         names.append(QString::fromUtf8(mpd_playlist_get_path(playlist)));
         mpd_playlist_free(playlist);
     }
+    return names;
+}
+
+PlaylistNames storedPlaylists(mpd_connection* connection)
+{
+    if (!mpd_send_list_playlists(connection)) {
+        return failureOf(connection);
+    }
+    QStringList names = receivePlaylists(connection);
     if (!mpd_response_finish(connection)) {
         return failureOf(connection);
     }
     return names;
+}
+
+// What a play checks before it touches the queue: the stored playlists, and how many songs the queue holds.
+struct QueueAndPlaylists
+{
+    QStringList playlists;
+    unsigned queueLength = 0;
+};
+
+std::variant<QueueAndPlaylists, ScriptErrorRecord> queueAndPlaylists(mpd_connection* connection)
+{
+    if (!mpd_command_list_begin(connection, true) || !mpd_send_list_playlists(connection) ||
+        !mpd_send_status(connection) || !mpd_command_list_end(connection)) {
+        return failureOf(connection);
+    }
+    QueueAndPlaylists found;
+    found.playlists = receivePlaylists(connection);
+    if (!mpd_response_next(connection)) {
+        return failureOf(connection);
+    }
+    mpd_status* status = mpd_recv_status(connection);
+    if (status == nullptr) {
+        return failureOf(connection);
+    }
+    found.queueLength = mpd_status_get_queue_length(status);
+    mpd_status_free(status);
+    if (!mpd_response_finish(connection)) {
+        return failureOf(connection);
+    }
+    return found;
 }
 
 ScriptOutcome noResultOr(bool succeeded, mpd_connection* connection)
@@ -98,12 +136,23 @@ std::optional<mpd_state> waitWhileNotPlaying(mpd_connection* connection,
         if (!mpd_send_idle_mask(connection, MPD_IDLE_PLAYER)) {
             return std::nullopt;
         }
-        pollfd readable{mpd_connection_get_fd(connection), POLLIN, 0};
+        // A termination signal is carried out at once, which ends the process; any other signal only starts
+        // the wait again with the time that remains.
+        pollfd watched[] = {{mpd_connection_get_fd(connection), POLLIN, 0},
+                            {VendelSDK::TerminationSignals::descriptor(), POLLIN, 0}};
         int ready = 0;
-        do {
+        for (;;) {
             const auto left = duration_cast<milliseconds>(deadline - steady_clock::now()).count();
-            ready = left > 0 ? ::poll(&readable, 1, int(std::min<milliseconds::rep>(left, INT_MAX))) : 0;
-        } while (ready < 0 && errno == EINTR);
+            ready = left > 0 ? ::poll(watched, 2, int(std::min<milliseconds::rep>(left, INT_MAX))) : 0;
+            if (ready < 0 && errno != EINTR) {
+                break;
+            }
+            if (ready < 0 || (watched[1].revents & POLLIN) != 0) {
+                VendelSDK::TerminationSignals::deliverPending();
+                continue;
+            }
+            break;
+        }
         // Leaving idle early is answered at once, with the changes so far, possibly none.
         if (ready <= 0 && !mpd_send_noidle(connection)) {
             return std::nullopt;
@@ -252,23 +301,30 @@ ScriptOutcome MpdMusicPlayer::setShuffle(bool enabled)
 
 ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
 {
-    return run<ScriptOutcome>([&name, timeout = m_timeout](mpd_connection* connection) -> ScriptOutcome {
-        auto stored = storedPlaylists(connection);
-        if (auto* error = std::get_if<ScriptErrorRecord>(&stored)) {
+    return run<ScriptOutcome>([this, &name](mpd_connection* connection) -> ScriptOutcome {
+        auto checked = queueAndPlaylists(connection);
+        if (auto* error = std::get_if<ScriptErrorRecord>(&checked)) {
             return *error;
         }
-        if (!std::get<QStringList>(stored).contains(name)) {
+        const auto& [playlists, queueLength] = std::get<QueueAndPlaylists>(checked);
+        if (!playlists.contains(name)) {
             return MusicErrors::playlistNotFound(name);
         }
+        if (m_beforeLoad) {
+            m_beforeLoad();
+        }
         const QByteArray utf8 = name.toUtf8();
+        // The load comes first, so that a playlist gone since the check stops the list with nothing changed.
+        // Stopped, with the old songs gone, the queue has no current song: "play" starts as on a fresh queue.
         // The status comes back in the same round trip: "play" answers OK even when nothing can play (an
         // empty playlist), and only the state says whether anything does.
-        const bool sent = mpd_command_list_begin(connection, false) && mpd_send_clear(connection) &&
-                          mpd_send_load(connection, utf8.constData()) && mpd_send_play(connection) &&
-                          mpd_send_status(connection) && mpd_command_list_end(connection);
+        const bool sent = mpd_command_list_begin(connection, false) &&
+                          mpd_send_load(connection, utf8.constData()) && mpd_send_stop(connection) &&
+                          (queueLength == 0 || mpd_send_delete_range(connection, 0, queueLength)) &&
+                          mpd_send_play(connection) && mpd_send_status(connection) &&
+                          mpd_command_list_end(connection);
         std::optional<mpd_state> state = sent ? receiveState(connection) : std::nullopt;
         const bool answered = state && mpd_response_finish(connection);
-        // The playlist can vanish between the check and the load; that is still a missing playlist.
         if (!answered && isNoSuchObject(connection)) {
             mpd_connection_clear_error(connection);
             return MusicErrors::playlistNotFound(name);
@@ -278,7 +334,7 @@ ScriptOutcome MpdMusicPlayer::playPlaylist(const QString& name)
         }
         // Servers of the protocol that start playing in the background (Mopidy) still say "stop" here.
         if (*state != MPD_STATE_PLAY) {
-            const auto deadline = std::chrono::steady_clock::now() + timeout;
+            const auto deadline = std::chrono::steady_clock::now() + m_timeout;
             state = waitWhileNotPlaying(connection, deadline);
             if (!state) {
                 return failureOf(connection);

@@ -6,6 +6,7 @@
 #include <QByteArray>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -44,15 +45,22 @@ public:
     MpdMusicPlayer& operator=(const MpdMusicPlayer&) = delete;
 
     ScriptOutcome setShuffle(bool enabled) override;
-    // Checks that the stored playlist exists before the queue is touched; then clears the queue, loads the
-    // playlist, plays it and reads the status in one command list. Play is sent without a position, so with
-    // random on MPD starts at a random song of the playlist. When the server does not play afterwards, the
-    // command waits for its player to change, at most the time-out, and fails with MusicErrors::notPlaying
-    // when it still does not play (an empty playlist, songs it cannot decode).
+    // Checks that the stored playlist exists, reading the queue's length in the same round trip; then, in
+    // one command list, loads the playlist after the queue, stops, removes the songs that were there, plays
+    // and reads the status. A load that fails (the playlist went in between) ends the list before anything
+    // else: the queue and its current song stay as they were. Play is sent without a position on a queue
+    // that has no current song, so it starts at the first song or, with random on, at one MPD picks. When
+    // the server does not play afterwards, the command waits for its player to change, at most the
+    // time-out, and fails with MusicErrors::notPlaying when it still does not play (an empty playlist, songs
+    // it cannot decode).
     ScriptOutcome playPlaylist(const QString& name) override;
     ScriptOutcome pause() override;
     // MPD keeps no order of its own, so the names come sorted: case-insensitively, then by case.
     PlaylistNames playlistNames() override;
+
+    // Runs between a play's check of the playlist and its load, where another client may change MPD's
+    // playlists; tests remove the playlist there.
+    void setBeforeLoad(std::function<void()> hook) { m_beforeLoad = std::move(hook); }
 
 private:
     struct ConnectionDeleter
@@ -68,6 +76,7 @@ private:
     MpdAddress m_address;
     std::chrono::milliseconds m_timeout;
     Connection m_connection;
+    std::function<void()> m_beforeLoad;
 };
 
 } // namespace MusicPlugin

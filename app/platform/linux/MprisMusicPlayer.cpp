@@ -98,7 +98,7 @@ SdBus::Reply callUntil(const SdBus::Bus& bus, SdBus::Message& message,
                              QStringLiteral("Did not receive a reply.")},
                 {}};
     }
-    return bus.call(message, left);
+    return SdBus::call(bus, message, left);
 }
 
 // MPRIS's ActivePlaylist property: whether a playlist is active, and which.
@@ -152,7 +152,8 @@ public:
         if (reply.error || !reply.message.read(unique)) {
             return false;
         }
-        m_slot = m_bus.addMatch(
+        m_slot = SdBus::addMatch(
+            m_bus,
             QStringLiteral("type='signal',sender='%1',path='%2',interface='%3',member='PropertiesChanged'")
                 .arg(unique, QLatin1String(objectPath), QLatin1String(propertiesInterface)),
             [this](SdBus::Message& signal) { changed(signal); });
@@ -190,10 +191,23 @@ public:
             if (condition()) {
                 return true;
             }
-            if (!m_bus.processUntil(deadline)) {
+            // Wakes too for a property that a signal named without its value, which is read first.
+            const auto end = SdBus::waitUntil(
+                m_bus, [&] { return m_refreshNeeded || condition(); }, deadline);
+            if (end != SdBus::WaitEnd::done) {
                 return condition();
             }
         }
+    }
+
+    // Puts a player that was stopped back to playing, then to paused when it had been paused: Play goes on
+    // with the track that was current. False when the player did not follow in time.
+    bool resume(bool paused, std::chrono::steady_clock::time_point deadline)
+    {
+        return perform(
+                   "Play", [this] { return isPlaying(); }, deadline) &&
+               (!paused || perform(
+                               "Pause", [this] { return isPaused(); }, deadline));
     }
 
     const QString& status() const { return m_status; }
@@ -211,6 +225,14 @@ public:
     }
 
 private:
+    // Sends a method of the Player interface, then follows the player until it has reached the state.
+    bool perform(const char* method, const std::function<bool()>& reached,
+                 std::chrono::steady_clock::time_point deadline)
+    {
+        SdBus::Message message = m_bus.methodCall(m_player, objectPath, playerInterface, method);
+        return !callUntil(m_bus, message, deadline).error && !read(deadline) && waitUntil(reached, deadline);
+    }
+
     void changed(SdBus::Message& signal)
     {
         QString interface;
@@ -384,38 +406,41 @@ std::variant<QString, ScriptErrorRecord> MprisMusicPlayer::choosePlayer(Deadline
     return chosen;
 }
 
-ScriptOutcome MprisMusicPlayer::setShuffle(bool enabled)
+template <class Result, class Command> Result MprisMusicPlayer::withPlayer(Command command) const
 {
     const Deadline until = deadline();
     const auto player = choosePlayer(until);
     if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
         return *error;
     }
-    return noResultOr(call(std::get<QString>(player), propertiesInterface, "Set", until,
-                           [enabled](SdBus::Message& message) {
-                               message.append(QString::fromLatin1(playerInterface))
-                                   .append(QStringLiteral("Shuffle"))
-                                   .appendVariant(enabled);
-                           }));
+    return command(std::get<QString>(player), until);
+}
+
+ScriptOutcome MprisMusicPlayer::setShuffle(bool enabled)
+{
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) {
+        return noResultOr(call(player, propertiesInterface, "Set", until, [enabled](SdBus::Message& message) {
+            message.append(QString::fromLatin1(playerInterface))
+                .append(QStringLiteral("Shuffle"))
+                .appendVariant(enabled);
+        }));
+    });
 }
 
 ScriptOutcome MprisMusicPlayer::playPlaylist(const QString& name)
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    const auto found = playlists(std::get<QString>(player), until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
-        return *error;
-    }
-    for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
-        if (playlist.name == name) {
-            return activate(std::get<QString>(player), playlist, until);
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) -> ScriptOutcome {
+        const auto found = playlists(player, until);
+        if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
+            return *error;
         }
-    }
-    return MusicErrors::playlistNotFound(name);
+        for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
+            if (playlist.name == name) {
+                return activate(player, playlist, until);
+            }
+        }
+        return MusicErrors::playlistNotFound(name);
+    });
 }
 
 ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& playlist,
@@ -430,7 +455,9 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     }
     // From Stopped an activation can only mean "start": a player that plays or is paused may take it as
     // play/pause, or as a skip to the next track, instead.
-    if (watch.isPlaying() || watch.isPaused()) {
+    const bool wasPlaying = watch.isPlaying();
+    const bool wasPaused = watch.isPaused();
+    if (wasPlaying || wasPaused) {
         if (auto stopped = call(player, playerInterface, "Stop", deadline); stopped.error) {
             return failureOf(*stopped.error);
         }
@@ -444,7 +471,12 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     auto activated = call(player, playlistsInterface, "ActivatePlaylist", deadline,
                           [&playlist](SdBus::Message& message) { message.appendObjectPath(playlist.id); });
     if (activated.error) {
-        return failureOf(*activated.error);
+        // Refused, the activation changed nothing but the stop, which is undone before the user hears why. A
+        // player that cannot resume is left stopped: the refusal is what the user hears about.
+        if (!isNoAnswer(*activated.error) && (wasPlaying || wasPaused)) {
+            watch.resume(wasPaused, deadline);
+        }
+        return refusal(player, playlist, *activated.error, deadline);
     }
     if (auto error = watch.read(deadline)) {
         return failureOf(*error);
@@ -457,32 +489,41 @@ ScriptOutcome MprisMusicPlayer::activate(const QString& player, const Playlist& 
     return ScriptNoResult{};
 }
 
+ScriptErrorRecord MprisMusicPlayer::refusal(const QString& player, const Playlist& playlist,
+                                            const SdBus::Error& error, Deadline deadline) const
+{
+    // Players name a missing playlist each in their own way; one that no longer lists it has lost it since
+    // it was looked up (deleted or renamed in the player), which is the missing playlist the user knows.
+    const auto found = playlists(player, deadline);
+    if (const auto* listed = std::get_if<QList<Playlist>>(&found);
+        listed && std::none_of(listed->begin(), listed->end(), [&playlist](const Playlist& candidate) {
+            return candidate.id == playlist.id || candidate.name == playlist.name;
+        })) {
+        return MusicErrors::playlistNotFound(playlist.name);
+    }
+    return failureOf(error);
+}
+
 ScriptOutcome MprisMusicPlayer::pause()
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    return noResultOr(call(std::get<QString>(player), playerInterface, "Pause", until));
+    return withPlayer<ScriptOutcome>([&](const QString& player, Deadline until) {
+        return noResultOr(call(player, playerInterface, "Pause", until));
+    });
 }
 
 PlaylistNames MprisMusicPlayer::playlistNames()
 {
-    const Deadline until = deadline();
-    const auto player = choosePlayer(until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&player)) {
-        return *error;
-    }
-    const auto found = playlists(std::get<QString>(player), until);
-    if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
-        return *error;
-    }
-    QStringList names;
-    for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
-        names.append(playlist.name);
-    }
-    return names;
+    return withPlayer<PlaylistNames>([&](const QString& player, Deadline until) -> PlaylistNames {
+        const auto found = playlists(player, until);
+        if (const auto* error = std::get_if<ScriptErrorRecord>(&found)) {
+            return *error;
+        }
+        QStringList names;
+        for (const Playlist& playlist : std::get<QList<Playlist>>(found)) {
+            names.append(playlist.name);
+        }
+        return names;
+    });
 }
 
 MprisMusicPlayer::Playlists MprisMusicPlayer::playlists(const QString& player, Deadline deadline) const

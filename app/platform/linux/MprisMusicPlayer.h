@@ -25,9 +25,10 @@ namespace SdBus = VendelSDK::SdBus;
 // Player.Pause.
 // Playing is checked, not trusted: some players answer ActivatePlaylist and then do not play (one takes it
 // as play/pause while it plays, another skips to the next track of the playlist that plays). So a player
-// whose PlaybackStatus is "Playing" is stopped first, and waited for until it no longer plays; a stopped
-// player starts a playlist afresh on every player seen. After ActivatePlaylist the command waits until
-// PlaybackStatus is "Playing" with the requested playlist active (players that never report an active
+// whose PlaybackStatus is "Playing" or "Paused" is stopped first, and waited for until it no longer is; a
+// stopped player starts a playlist afresh on every player seen. A player that then refuses the activation is
+// put back as it was: Play, and Pause again when it had been paused. After ActivatePlaylist the command waits
+// until PlaybackStatus is "Playing" with the requested playlist active (players that never report an active
 // playlist are taken at their status), as the player announces it with PropertiesChanged.
 // Every command, with all its calls and waits, ends within the time-out given at construction: a player
 // that does not answer in time fails with MusicErrors::timedOut, one that answers but does not play with
@@ -63,10 +64,16 @@ private:
     using Playlists = std::variant<QList<Playlist>, ScriptErrorRecord>;
 
     Deadline deadline() const;
+    // Every command's prologue: one deadline for all its calls and waits, then the player, or why there is
+    // none; `command` gets both.
+    template <class Result, class Command> Result withPlayer(Command command) const;
     std::variant<QString, ScriptErrorRecord> choosePlayer(Deadline deadline) const;
     Playlists playlists(const QString& player, Deadline deadline) const;
-    // Activates the playlist and waits until it plays.
+    // Activates the playlist and waits until it plays. A player that refuses is put back as it was.
     ScriptOutcome activate(const QString& player, const Playlist& playlist, Deadline deadline) const;
+    // Why the player refused the activation: a playlist it no longer lists is the missing playlist.
+    ScriptErrorRecord refusal(const QString& player, const Playlist& playlist, const SdBus::Error& error,
+                              Deadline deadline) const;
     SdBus::Reply call(const QString& player, const char* interface, const char* method, Deadline deadline,
                       const std::function<void(SdBus::Message&)>& arguments = {}) const;
 

@@ -5,6 +5,8 @@
 #include "MpdMusicPlayer.h"
 #include "MprisMusicPlayer.h"
 
+#include <VendelSDK/TerminationSignals.h>
+
 namespace MusicPlugin {
 
 namespace {
@@ -26,6 +28,9 @@ private:
 
 std::unique_ptr<MusicPlayer> makeMprisPlayer()
 {
+    // The players' bus waits let a termination signal through, as the SDK's own do.
+    SdBus::setInterruption(
+        {&VendelSDK::TerminationSignals::descriptor, &VendelSDK::TerminationSignals::deliverPending});
     return std::make_unique<MprisMusicPlayer>(SdBus::Bus::session(),
                                               qEnvironmentVariable("VENDEL_MUSIC_PLAYER"));
 }

@@ -19,10 +19,11 @@ using Urls = QList<std::optional<QString>>;
 class LaterLaunch
 {
 public:
-    LaterLaunch(std::optional<QString> url, int takeOverTimeoutMs = 25000)
-        : m_thread(QThread::create([this, url, takeOverTimeoutMs] {
+    LaterLaunch(std::optional<QString> url,
+                std::chrono::milliseconds handOverTimeout = DBusLaunchChannel::defaultHandOverTimeout)
+        : m_thread(QThread::create([this, url, handOverTimeout] {
               // The thread's own session bus connection, closed when the thread ends.
-              DBusLaunchChannel channel(SdBus::Bus::session(), takeOverTimeoutMs);
+              DBusLaunchChannel channel(SdBus::Bus::session(), handOverTimeout);
               role = channel.claim(applicationID, url, [](const std::optional<QString>&) { return true; });
           }))
     {
@@ -106,7 +107,7 @@ private Q_SLOTS:
         DBusLaunchChannel running;
         running.claim(applicationID, std::nullopt, [](const std::optional<QString>&) { return false; });
 
-        LaterLaunch later(QStringLiteral("vendelplugin://run/D"), 200);
+        LaterLaunch later(QStringLiteral("vendelplugin://run/D"), std::chrono::milliseconds(200));
         QTRY_VERIFY(later.finished());
         QCOMPARE(later.role.load(), LaunchChannel::Role::running);
     }

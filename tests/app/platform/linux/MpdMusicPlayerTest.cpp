@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <mpd/client.h>
+
 using namespace MusicPlugin;
 using namespace VendelSDK;
 using VendelSDK::Testing::MpdTestServer;
@@ -140,6 +142,56 @@ private Q_SLOTS:
         QCOMPARE(after->queueLength, 2U);
         QCOMPARE(after->songId, before->songId);
         QCOMPARE(m_server.queue(), eveningSongs);
+    }
+
+    void playlistRemovedBetweenTheCheckAndTheLoadLeavesTheQueueAndItsCurrentSongAsTheyWere()
+    {
+        QVERIFY(m_server.playStoredPlaylist(evening));
+        {
+            const auto connection = m_server.connect();
+            QVERIFY(connection && mpd_run_play_pos(connection.get(), 1) &&
+                    mpd_run_pause(connection.get(), true));
+        }
+        const auto before = m_server.status();
+        QVERIFY(before);
+        MpdMusicPlayer player(addressOf(m_server));
+        // Another client deletes the playlist right after the player has found it.
+        player.setBeforeLoad([this] {
+            const auto connection = m_server.connect();
+            QVERIFY(connection && mpd_run_rm(connection.get(), "Focus"));
+        });
+
+        const auto outcome = player.playPlaylist(focus);
+        m_server.addPlaylist(focus, focusSongs);
+
+        const ScriptErrorRecord expected{-1728,
+                                         QStringLiteral("Music got an error: Can’t get playlist \"Focus\"."),
+                                         QStringLiteral("Can’t get playlist \"Focus\".")};
+        QCOMPARE(outcome, ScriptOutcome(expected));
+        const auto after = m_server.status();
+        QVERIFY(after);
+        QCOMPARE(after->state, QStringLiteral("pause"));
+        QCOMPARE(after->songPosition, 1);
+        QCOMPARE(after->songId, before->songId);
+        QCOMPARE(m_server.queue(), eveningSongs);
+    }
+
+    void playAfterAQueueOfOtherSongsLeavesOnlyThePlaylistPlayingFromItsStart()
+    {
+        QVERIFY(m_server.playStoredPlaylist(evening));
+        {
+            const auto connection = m_server.connect();
+            QVERIFY(connection && mpd_run_play_pos(connection.get(), 1));
+        }
+        MpdMusicPlayer player(addressOf(m_server));
+
+        QCOMPARE(player.playPlaylist(focus), ScriptOutcome(ScriptNoResult{}));
+
+        const auto status = m_server.status();
+        QVERIFY(status);
+        QCOMPARE(status->state, QStringLiteral("play"));
+        QCOMPARE(status->songPosition, 0);
+        QCOMPARE(m_server.queue(), focusSongs);
     }
 
     void playlistNamesDifferingOnlyInCaseOrSpacesAreDifferentPlaylists()

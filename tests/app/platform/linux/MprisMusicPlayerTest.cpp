@@ -386,6 +386,48 @@ private Q_SLOTS:
         QCOMPARE(calls.last(), QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(1));
     }
 
+    void aPlaylistRemovedBeforeItsActivationLeavesThePlayerAsItWas_data()
+    {
+        QTest::addColumn<QString>("status");
+        QTest::newRow("playing") << QStringLiteral("Playing");
+        QTest::newRow("paused") << QStringLiteral("Paused");
+    }
+
+    void aPlaylistRemovedBeforeItsActivationLeavesThePlayerAsItWas()
+    {
+        QFETCH(QString, status);
+        // The player plays (or has paused) the third track of "Evening"; "Focus" is deleted in the player
+        // between the plugin's look-up and its activation.
+        auto options = player("only", qPrintable(status));
+        options.activePlaylist = 2;
+        options.track = 2;
+        options.vanishingPlaylist = QStringLiteral("Focus");
+        auto& only = start(options);
+        MprisMusicPlayer music(SdBus::Bus::session());
+
+        const ScriptErrorRecord expected{-1728,
+                                         QStringLiteral("Music got an error: Can’t get playlist \"Focus\"."),
+                                         QStringLiteral("Can’t get playlist \"Focus\".")};
+        QCOMPARE(music.playPlaylist(QStringLiteral("Focus")), ScriptOutcome(expected));
+
+        QCOMPARE(only.playbackStatus(), status);
+        QCOMPARE(only.activePlaylist(), TestMprisPlayerProcess::playlistId(2));
+        QCOMPARE(only.track(), 2);
+        // Stopped for the activation, then put back: Play goes on with the same track.
+        const QStringList calls = only.calls();
+        const auto stop = calls.indexOf(QStringLiteral("Stop"));
+        QVERIFY2(stop >= 0, qPrintable(calls.join(u", ")));
+        QStringList after = calls.mid(stop);
+        QStringList expectedCalls{QStringLiteral("Stop"),
+                                  QStringLiteral("ActivatePlaylist ") + TestMprisPlayerProcess::playlistId(0),
+                                  QStringLiteral("Play")};
+        if (status == u"Paused") {
+            expectedCalls.append(QStringLiteral("Pause"));
+        }
+        after.removeIf([](const QString& call) { return call.startsWith(u"GetPlaylists"); });
+        QCOMPARE(after, expectedCalls);
+    }
+
     void aPausedPlaylistAskedForAgainPlaysFromItsStart_data()
     {
         QTest::addColumn<QString>("quirk");

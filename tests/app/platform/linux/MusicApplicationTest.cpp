@@ -1,8 +1,14 @@
 // Tests "Music" as scripts address it: which player the environment picks, and what each command does to it.
 #include "MusicApplication.h"
+#include "MpdMusicPlayer.h"
 #include "MpdTestServer.h"
-#include "TestMprisPlayerProcess.h"
+#include "MprisMusicPlayer.h"
+#include "MusicAppController.h"
+#include "RecordingAlertPresenter.h"
+
 #include "TellScriptEngine.h"
+#include "TestMprisPlayerProcess.h"
+#include <VendelSDK/Platform.h>
 
 #include "MusicScriptApplication.h"
 
@@ -10,9 +16,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <mpd/client.h>
+
 using namespace MusicPlugin;
 using namespace VendelSDK;
 using VendelSDK::Testing::MpdTestServer;
+using VendelSDK::Testing::RecordingAlertPresenter;
 using VendelSDK::Testing::TestMprisPlayerProcess;
 
 namespace {
@@ -72,7 +81,11 @@ private Q_SLOTS:
         qputenv("MPD_HOST", m_nowhere.filePath(QStringLiteral("no-socket")).toUtf8());
     }
 
-    void cleanup() { m_mpris.reset(); }
+    void cleanup()
+    {
+        Platform::reset();
+        m_mpris.reset();
+    }
 
     void dictionaryHoldsShuffleWithABooleanPlayWithANameAndPause()
     {
@@ -244,8 +257,78 @@ private Q_SLOTS:
         QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Paused"));
     }
 
+    // What the user sees when the playlist goes between the player's check and its load: the load-failure
+    // alert, after a shuffle that did take effect, with the queue and the current song as they were.
+    void playlistRemovedOnMpdBeforeItsLoadKeepsTheQueueAndShowsTheLoadFailure()
+    {
+        m_mpd.addPlaylist(QStringLiteral("Gone"), {focusSongs.first()});
+        QVERIFY(m_mpd.playStoredPlaylist(QStringLiteral("Focus")));
+        {
+            const auto connection = m_mpd.connect();
+            QVERIFY(connection && mpd_run_play_pos(connection.get(), 1) &&
+                    mpd_run_pause(connection.get(), true));
+        }
+        const auto before = m_mpd.status();
+        QVERIFY(before);
+        auto mpd = std::make_unique<MpdMusicPlayer>(MpdAddress{m_mpd.socketPath().toUtf8(), 0});
+        mpd->setBeforeLoad([this] {
+            const auto connection = m_mpd.connect();
+            QVERIFY(connection && mpd_run_rm(connection.get(), "Gone"));
+        });
+        RecordingAlertPresenter& alerts = useMusic(std::move(mpd));
+
+        MusicAppController().play(QStringLiteral("Gone"), true);
+
+        QCOMPARE(alerts.alerts.size(), 1);
+        QCOMPARE(alerts.alerts.first().messageText, QStringLiteral("Can’t get playlist \"Gone\"."));
+        QCOMPARE(alerts.alerts.first().informativeText,
+                 QStringLiteral("Music got an error: Can’t get playlist \"Gone\"."));
+        const auto after = m_mpd.status();
+        QVERIFY(after);
+        QVERIFY(after->random);
+        QCOMPARE(after->state, QStringLiteral("pause"));
+        QCOMPARE(after->songPosition, 1);
+        QCOMPARE(after->songId, before->songId);
+        QCOMPARE(m_mpd.queue(), focusSongs);
+    }
+
+    void playlistRemovedInAnMprisPlayerBeforeItsActivationKeepsThePlayerAndShowsTheLoadFailure()
+    {
+        auto options = mprisPlayer("vanishing", "Paused");
+        options.activePlaylist = 0;
+        options.track = 1;
+        options.vanishingPlaylist = QStringLiteral("Focus");
+        startMpris(options);
+        RecordingAlertPresenter& alerts =
+            useMusic(std::make_unique<MprisMusicPlayer>(SdBus::Bus::session(), QStringLiteral("vanishing")));
+
+        MusicAppController().play(QStringLiteral("Focus"), true);
+
+        QCOMPARE(alerts.alerts.size(), 1);
+        QCOMPARE(alerts.alerts.first().messageText, QStringLiteral("Can’t get playlist \"Focus\"."));
+        QCOMPARE(alerts.alerts.first().informativeText,
+                 QStringLiteral("Music got an error: Can’t get playlist \"Focus\"."));
+        QVERIFY(m_mpris->shuffle());
+        QCOMPARE(m_mpris->playbackStatus(), QStringLiteral("Paused"));
+        QCOMPARE(m_mpris->activePlaylist(), TestMprisPlayerProcess::playlistId(0));
+        QCOMPARE(m_mpris->track(), 1);
+    }
+
 private:
     void useMpd() { qputenv("MPD_HOST", m_mpd.socketPath().toUtf8()); }
+
+    // "Music" as the platform's engine runs it, over `player`, and alerts that the test reads afterwards.
+    RecordingAlertPresenter& useMusic(std::unique_ptr<MusicPlayer> player)
+    {
+        auto engine = std::make_unique<TellScriptEngine>();
+        engine->registerApplication(QStringLiteral("Music"),
+                                    std::make_unique<MusicApplication>(std::move(player)));
+        Platform::setScriptEngine(std::move(engine));
+        auto alerts = std::make_unique<RecordingAlertPresenter>();
+        RecordingAlertPresenter& recorded = *alerts;
+        Platform::setAlertPresenter(std::move(alerts));
+        return recorded;
+    }
 
     void startMpris(TestMprisPlayerProcess::Options options)
     {

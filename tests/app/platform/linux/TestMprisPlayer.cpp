@@ -3,6 +3,10 @@
 // Options: --name <part after "org.mpris.MediaPlayer2.">, --status Playing|Paused|Stopped,
 // --playlist <name> (repeatable, in the player's own order), --ordering <name> (repeatable),
 // --no-playlists (serves no Playlists interface), --refuse-pause (answers Pause with an error),
+// --locked-shuffle (Shuffle is read-only: setting it fails with PropertyReadOnly),
+// --active <index> and --track <number> (the playlist that plays or is paused at start, and its track),
+// --vanishing-playlist <name> (the playlist is removed once GetPlaylists has listed it, as if another
+// program deleted it right then: activating it then fails with NoSuchPlaylist),
 // --quirk <quirk> (repeatable): the ways real players were seen to depart from MPRIS:
 //   toggle-while-playing  activating while playing pauses the same playlist and stops for another one;
 //   skip-on-activate      activating the playlist that plays or is paused moves on to its next track;
@@ -24,6 +28,7 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QSet>
 
 #include <algorithm>
 #include <cstdio>
@@ -99,6 +104,10 @@ struct PlayerState
     int track = 0;
     // Bumped by every GetPlaylists with the changing-ids quirk; ids carry it.
     int idGeneration = 0;
+    // The playlist removed once listed, and those removed; they keep their index, so the others keep their
+    // ids.
+    QString vanishing;
+    QSet<qsizetype> removed;
     QStringList calls;
 
     bool has(const char* quirk) const { return quirks.contains(QLatin1String(quirk)); }
@@ -114,7 +123,7 @@ struct PlayerState
     qsizetype indexOf(const QDBusObjectPath& id) const
     {
         for (qsizetype index = 0; index < playlists.size(); ++index) {
-            if (idOf(index) == id) {
+            if (idOf(index) == id && !removed.contains(index)) {
                 return index;
             }
         }
@@ -242,6 +251,17 @@ private:
     PlayerState& m_state;
 };
 
+// The same Player, but its Shuffle cannot be set: the property declared here hides the writable one, and
+// the bus answers a Set with PropertyReadOnly.
+class LockedShufflePlayerAdaptor : public PlayerAdaptor
+{
+    Q_OBJECT
+    Q_PROPERTY(bool Shuffle READ shuffle)
+
+public:
+    using PlayerAdaptor::PlayerAdaptor;
+};
+
 class PlaylistsAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -254,7 +274,10 @@ public:
     PlaylistsAdaptor(PlayerObject* parent, PlayerState& state) : QDBusAbstractAdaptor(parent), m_state(state)
     {}
 
-    uint playlistCount() const { return static_cast<uint>(m_state.playlists.size()); }
+    uint playlistCount() const
+    {
+        return static_cast<uint>(m_state.playlists.size() - m_state.removed.size());
+    }
     QStringList orderings() const
     {
         return m_state.has("user-ordering-only") ? QStringList{QStringLiteral("User")} : m_state.orderings;
@@ -279,8 +302,15 @@ public Q_SLOTS:
         }
         QList<PlaylistEntry> ordered;
         for (qsizetype entry = 0; entry < m_state.playlists.size(); ++entry) {
-            ordered.append(
-                {m_state.idOf(entry), m_state.playlists.at(entry).name, m_state.playlists.at(entry).icon});
+            if (!m_state.removed.contains(entry)) {
+                ordered.append({m_state.idOf(entry), m_state.playlists.at(entry).name,
+                                m_state.playlists.at(entry).icon});
+            }
+        }
+        for (qsizetype entry = 0; entry < m_state.playlists.size(); ++entry) {
+            if (m_state.playlists.at(entry).name == m_state.vanishing) {
+                m_state.removed.insert(entry);
+            }
         }
         if (order == u"Alphabetical") {
             std::stable_sort(
@@ -378,10 +408,20 @@ int main(int argc, char* argv[])
                                                QStringLiteral("Serve no Playlists interface."));
     const QCommandLineOption refusePauseOption(QStringLiteral("refuse-pause"),
                                                QStringLiteral("Answer Pause with an error."));
+    const QCommandLineOption lockedShuffleOption(QStringLiteral("locked-shuffle"),
+                                                 QStringLiteral("Refuse to set Shuffle."));
+    const QCommandLineOption activeOption(QStringLiteral("active"), QStringLiteral("The active playlist."),
+                                          QStringLiteral("index"));
+    const QCommandLineOption trackOption(QStringLiteral("track"), QStringLiteral("The active track."),
+                                         QStringLiteral("number"), QStringLiteral("0"));
+    const QCommandLineOption vanishingOption(QStringLiteral("vanishing-playlist"),
+                                             QStringLiteral("A playlist removed once listed."),
+                                             QStringLiteral("name"));
     const QCommandLineOption quirkOption(
         QStringLiteral("quirk"), QStringLiteral("A way to depart from MPRIS."), QStringLiteral("quirk"));
     parser.addOptions({nameOption, statusOption, playlistOption, orderingOption, noPlaylistsOption,
-                       refusePauseOption, quirkOption});
+                       refusePauseOption, lockedShuffleOption, activeOption, trackOption, vanishingOption,
+                       quirkOption});
     parser.process(application);
     if (!parser.isSet(nameOption)) {
         std::fputs("TestMprisPlayer: --name is required\n", stderr);
@@ -411,9 +451,23 @@ int main(int argc, char* argv[])
              {}});
     }
 
+    if (parser.isSet(activeOption)) {
+        state.activePlaylist = parser.value(activeOption).toLongLong();
+        if (state.activePlaylist < 0 || state.activePlaylist >= state.playlists.size()) {
+            std::fputs("TestMprisPlayer: --active names no playlist\n", stderr);
+            return 2;
+        }
+    }
+    state.track = parser.value(trackOption).toInt();
+    state.vanishing = parser.value(vanishingOption);
+
     PlayerObject player;
     new RootAdaptor(&player);
-    new PlayerAdaptor(&player, state);
+    if (parser.isSet(lockedShuffleOption)) {
+        new LockedShufflePlayerAdaptor(&player, state);
+    } else {
+        new PlayerAdaptor(&player, state);
+    }
     if (!parser.isSet(noPlaylistsOption)) {
         new PlaylistsAdaptor(&player, state);
     }

@@ -53,6 +53,16 @@ bool TestMprisPlayerProcess::start()
     if (m_options.refusesPause) {
         arguments << QStringLiteral("--refuse-pause");
     }
+    if (m_options.locksShuffle) {
+        arguments << QStringLiteral("--locked-shuffle");
+    }
+    if (m_options.activePlaylist >= 0) {
+        arguments << QStringLiteral("--active") << QString::number(m_options.activePlaylist)
+                  << QStringLiteral("--track") << QString::number(m_options.track);
+    }
+    if (!m_options.vanishingPlaylist.isEmpty()) {
+        arguments << QStringLiteral("--vanishing-playlist") << m_options.vanishingPlaylist;
+    }
     for (const QString& quirk : std::as_const(m_options.quirks)) {
         arguments << QStringLiteral("--quirk") << quirk;
     }

@@ -20,6 +20,14 @@ public:
         QStringList orderings{QStringLiteral("Alphabetical"), QStringLiteral("UserDefined")};
         bool servesPlaylists = true;
         bool refusesPause = false;
+        // Shuffle cannot be set: the shuffle script fails while the rest works.
+        bool locksShuffle = false;
+        // The index in `playlists` of the playlist that plays or is paused at start, and its track; none when
+        // negative.
+        int activePlaylist = -1;
+        int track = 0;
+        // A playlist that is removed once the player has listed it, as if deleted by another program then.
+        QString vanishingPlaylist;
         // Ways real players depart from MPRIS (see TestMprisPlayer.cpp): "toggle-while-playing",
         // "skip-on-activate", "changing-ids", "user-ordering-only", "never-plays", "never-answers".
         QStringList quirks;
