@@ -13,7 +13,6 @@
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusMetaType>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTest>
 
@@ -139,7 +138,13 @@ private:
     TestHostProcess m_host;
 
 private Q_SLOTS:
-    void initTestCase() { qDBusRegisterMetaType<QList<QStringList>>(); }
+    void initTestCase()
+    {
+        qDBusRegisterMetaType<QList<QStringList>>();
+        // A call that left its time-out to the bus would wait an hour, far past the test's own limit: only the
+        // engine's time-out can end a wait on a frozen host.
+        qputenv("SYSTEMD_BUS_TIMEOUT", "3600");
+    }
 
     void init()
     {
@@ -298,11 +303,7 @@ private Q_SLOTS:
     void aFrozenHostTimesOutWithAppleEventTimedOut()
     {
         QVERIFY(TestHostProcess::controlled(QStringLiteral("Freeze"), {QStringLiteral("GetConfig")}));
-        QElapsedTimer clock;
-        clock.start();
         const ScriptOutcome outcome = makeEngine(300ms)->execute(getConfigSource());
-        // Far below the bus's default of 25 seconds: the short time-out, not the default, ended the wait.
-        QVERIFY2(clock.elapsed() < 10000, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(outcome, ScriptOutcome(failure(-1712, QStringLiteral("AppleEvent timed out."))));
         QCOMPARE(TestHostProcess::calls(),
                  (QList<QStringList>{{QStringLiteral("GetConfig"), QStringLiteral("A-1")}}));
