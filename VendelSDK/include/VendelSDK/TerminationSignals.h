@@ -1,6 +1,8 @@
 // Turns SIGTERM, SIGINT and SIGHUP into a termination request carried out by the main thread's event loop.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QObject>
 
 #include <array>
@@ -13,7 +15,7 @@ namespace VendelSDK {
 // A signal handler may do almost nothing, so it only writes the signal's number to a pipe; the event loop
 // reads it and reports it on the main thread. A second signal, while the first is being carried out (a
 // termination hook blocked on a frozen host, say), ends the process at once, as that signal would.
-class TerminationSignals final : public QObject
+class VENDELSDK_EXPORT TerminationSignals final : public QObject
 {
     Q_OBJECT
 

@@ -1,8 +1,8 @@
 // Tests "Music" as scripts address it: which player the environment picks, and what each command does to it.
 #include "MusicApplication.h"
 #include "MpdTestServer.h"
-#include "TestMprisPlayerProcess.h"
 #include "TellScriptEngine.h"
+#include "TestMprisPlayerProcess.h"
 
 #include "MusicScriptApplication.h"
 
@@ -29,9 +29,10 @@ ScriptErrorRecord notRunning()
     return {-600, QStringLiteral("Application isn’t running."), QStringLiteral("Application isn’t running.")};
 }
 
-std::unique_ptr<TellScriptEngine> musicEngine()
+// The platform's engine, as the plugin's process makes it.
+std::unique_ptr<ScriptEngine> musicEngine()
 {
-    auto engine = std::make_unique<TellScriptEngine>();
+    auto engine = makePlatformScriptEngine();
     engine->registerApplication(QStringLiteral("Music"), makePlatformMusicApplication());
     return engine;
 }
