@@ -1,12 +1,14 @@
 // The bundle seam: where the application lives, who it is, and its information keys.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 #include <QVariantMap>
 
 namespace VendelSDK {
 
-class Bundle
+class VENDELSDK_EXPORT Bundle
 {
 public:
     // Information keys that the About panel and the updater read.
@@ -26,6 +28,13 @@ public:
     // The text value of an information key, or the empty text when it is missing or not text.
     QString infoText(const char* key) const;
 
+    // The identity that a plugin's build gives its executable: the identifier and the information keys.
+    // vendel_add_plugin() compiles a call of it into the executable, which runs before main(). A later call
+    // replaces the identity.
+    static void setBuiltIdentity(QString identifier, QVariantMap info);
+    // This bundle when it has an identifier; otherwise the same path with the built identity, if any.
+    Bundle withBuiltIdentity() const;
+
 private:
     QString m_path;
     QString m_identifier;
@@ -33,8 +42,8 @@ private:
 };
 
 // The main bundle of the platform this build targets; CMake picks the implementation. Where applications
-// are bare executables it is the running executable's canonical path, with no identifier and no
-// information, which the application then supplies.
-Bundle makePlatformMainBundle();
+// are bare executables it is the running executable's canonical path, with the identity that its build gave
+// it (setBuiltIdentity), or none.
+VENDELSDK_EXPORT Bundle makePlatformMainBundle();
 
 } // namespace VendelSDK
