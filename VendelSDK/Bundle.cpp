@@ -32,9 +32,13 @@ QString Bundle::infoText(const char* key) const
     return value.typeId() == QMetaType::QString ? value.toString() : QString();
 }
 
-void Bundle::setBuiltIdentity(QString identifier, QVariantMap info)
+void setBuiltBundleIdentity(const char* identifier, const BundleInfoEntry* info, std::size_t count) noexcept
 {
-    builtIdentity() = {std::move(identifier), std::move(info)};
+    BuiltIdentity identity{QString::fromUtf8(identifier), {}};
+    for (std::size_t index = 0; index < count; ++index) {
+        identity.info.insert(QString::fromUtf8(info[index].key), QString::fromUtf8(info[index].value));
+    }
+    builtIdentity() = std::move(identity);
 }
 
 Bundle Bundle::withBuiltIdentity() const

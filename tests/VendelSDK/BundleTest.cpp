@@ -7,13 +7,22 @@
 
 using namespace VendelSDK;
 
+namespace {
+
+void forgetBuiltIdentity()
+{
+    setBuiltBundleIdentity("", nullptr, 0);
+}
+
+} // namespace
+
 class BundleTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { Bundle::setBuiltIdentity(QString(), {}); }
-    void cleanupTestCase() { Bundle::setBuiltIdentity(QString(), {}); }
+    void init() { forgetBuiltIdentity(); }
+    void cleanupTestCase() { forgetBuiltIdentity(); }
 
     void bareExecutableWithoutBuiltIdentityHasNone()
     {
@@ -24,12 +33,13 @@ private Q_SLOTS:
 
     void bareExecutableCarriesTheBuiltIdentity()
     {
-        Bundle::setBuiltIdentity(QStringLiteral("org.example.Sample"),
-                                 {{QString::fromLatin1(Bundle::nameKey), QStringLiteral("Sample")},
-                                  {QString::fromLatin1(Bundle::shortVersionKey), QStringLiteral("2.3")}});
+        const BundleInfoEntry info[] = {{Bundle::nameKey, "Sample \xc2\xb7 \xc3\xa9"},
+                                        {Bundle::shortVersionKey, "2.3"}};
+        setBuiltBundleIdentity("org.example.Sample", info, 2);
         const Bundle bundle = makePlatformMainBundle();
         QCOMPARE(bundle.identifier(), QStringLiteral("org.example.Sample"));
-        QCOMPARE(bundle.infoText(Bundle::nameKey), QStringLiteral("Sample"));
+        // The texts are UTF-8.
+        QCOMPARE(bundle.infoText(Bundle::nameKey), QStringLiteral("Sample · é"));
         QCOMPARE(bundle.infoText(Bundle::shortVersionKey), QStringLiteral("2.3"));
         QCOMPARE(bundle.infoText(Bundle::versionKey), QString());
         // The path is still the executable's, by which the host knows the plugin.
@@ -38,9 +48,9 @@ private Q_SLOTS:
 
     void aLaterIdentityReplacesTheEarlierOne()
     {
-        Bundle::setBuiltIdentity(QStringLiteral("org.example.First"),
-                                 {{QString::fromLatin1(Bundle::nameKey), QStringLiteral("First")}});
-        Bundle::setBuiltIdentity(QStringLiteral("org.example.Second"), {});
+        const BundleInfoEntry first[] = {{Bundle::nameKey, "First"}};
+        setBuiltBundleIdentity("org.example.First", first, 1);
+        setBuiltBundleIdentity("org.example.Second", nullptr, 0);
         const Bundle bundle = makePlatformMainBundle();
         QCOMPARE(bundle.identifier(), QStringLiteral("org.example.Second"));
         QVERIFY(bundle.info().isEmpty());
@@ -48,7 +58,7 @@ private Q_SLOTS:
 
     void aBundleWithItsOwnIdentifierKeepsIt()
     {
-        Bundle::setBuiltIdentity(QStringLiteral("org.example.Built"), {});
+        setBuiltBundleIdentity("org.example.Built", nullptr, 0);
         const Bundle own(QStringLiteral("/Applications/Own.app"), QStringLiteral("org.example.Own"),
                          {{QString::fromLatin1(Bundle::nameKey), QStringLiteral("Own")}});
         const Bundle kept = own.withBuiltIdentity();

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVariantMap>
 
+#include <cstddef>
+
 namespace VendelSDK {
 
 class VENDELSDK_EXPORT Bundle
@@ -28,11 +30,8 @@ public:
     // The text value of an information key, or the empty text when it is missing or not text.
     QString infoText(const char* key) const;
 
-    // The identity that a plugin's build gives its executable: the identifier and the information keys.
-    // vendel_add_plugin() compiles a call of it into the executable, which runs before main(). A later call
-    // replaces the identity.
-    static void setBuiltIdentity(QString identifier, QVariantMap info);
-    // This bundle when it has an identifier; otherwise the same path with the built identity, if any.
+    // This bundle when it has an identifier; otherwise the same path with the identity that the plugin's
+    // build gave its executable (setBuiltBundleIdentity), if any.
     Bundle withBuiltIdentity() const;
 
 private:
@@ -41,9 +40,22 @@ private:
     QVariantMap m_info;
 };
 
+// One information key of a built identity and its text value, both UTF-8.
+struct BundleInfoEntry
+{
+    const char* key;
+    const char* value;
+};
+
+// The identity that a plugin's build gives its executable: the identifier and `count` information keys,
+// copied. vendel_add_plugin() compiles a call of it into the executable, which runs before main(). It takes
+// plain texts, so that the executable needs nothing else for it. A later call replaces the identity.
+VENDELSDK_EXPORT void setBuiltBundleIdentity(const char* identifier, const BundleInfoEntry* info,
+                                             std::size_t count) noexcept;
+
 // The main bundle of the platform this build targets; CMake picks the implementation. Where applications
 // are bare executables it is the running executable's canonical path, with the identity that its build gave
-// it (setBuiltIdentity), or none.
+// it (setBuiltBundleIdentity), or none.
 VENDELSDK_EXPORT Bundle makePlatformMainBundle();
 
 } // namespace VendelSDK
