@@ -70,14 +70,15 @@ function(vendelsdk_shared_library target file_name export_name)
         SOVERSION ${major}
         EXPORT_NAME ${export_name}
         LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}
-        # The build tree's file is the installed one. A library of the SDK finds the others beside itself: in
-        # the build tree only through its run path, since a program that links libvendelsdk-widgets alone
-        # records no need of libvendelsdk; installed, that is the system's folder, which the loader searches
-        # anyway.
-        BUILD_WITH_INSTALL_RPATH ON
-        INSTALL_RPATH "$ORIGIN")
+        # The build tree's file is the installed one.
+        BUILD_WITH_INSTALL_RPATH ON)
     vendelsdk_library_code(${target})
     if(NOT APPLE)
+        # A library of the SDK finds the others beside itself: in the build tree only through its run path,
+        # since a program that links libvendelsdk-widgets alone records no need of libvendelsdk; installed,
+        # that is the system's folder, which the loader searches anyway. (A macOS bundle's executable gives
+        # the libraries it loads its own run path.)
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
         set(map ${VENDELSDK_HEADERS_DIR}/vendelsdk.map)
         target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions LINKER:--version-script=${map})
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
