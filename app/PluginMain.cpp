@@ -2,7 +2,6 @@
 // before launching finishes so that the start-up check knows a handler ran.
 #include "PluginMain.h"
 
-#include "AppBundle.h"
 #include "AppDelegate.h"
 #include "CommandLine.h"
 #include "UiModule.h"
@@ -46,7 +45,8 @@ int pluginMain(int argc, char* argv[])
         print(stdout, CommandLine::help(program));
         return 0;
     case CommandLine::Request::version: {
-        const VendelSDK::Bundle bundle = appBundle();
+        // The identity that the build compiled into the executable.
+        const VendelSDK::Bundle bundle = makePlatformMainBundle();
         print(stdout, CommandLine::version(program, bundle.infoText(VendelSDK::Bundle::shortVersionKey),
                                            bundle.infoText(VendelSDK::Bundle::versionKey)));
         return 0;
@@ -86,7 +86,6 @@ int pluginMain(int argc, char* argv[])
     if (services != nullptr) {
         services->terminateOnSignals();
     }
-    Platform::setMainBundle(appBundle());
     const Bundle& bundle = Platform::mainBundle();
     QCoreApplication::setApplicationName(bundle.infoText(Bundle::nameKey));
     QCoreApplication::setApplicationVersion(bundle.infoText(Bundle::shortVersionKey));

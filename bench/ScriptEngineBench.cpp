@@ -1,11 +1,10 @@
 // Measures one tell-engine call to the host and to MPD against a bare D-Bus call and a bare MPD command.
 // Run it inside its own session bus: dbus-run-session -- ScriptEngineBench [calls]
-#include "MpdTestServer.h"
 #include "MpdMusicPlayer.h"
+#include "MpdTestServer.h"
 #include "MusicApplication.h"
-#include "TellScriptEngine.h"
-#include "VendelHostApplication.h"
 
+#include <VendelSDK/ScriptEngine.h>
 #include <VendelSDK/VendelAPI.h>
 
 #include <QCoreApplication>
@@ -102,8 +101,9 @@ int main(int argc, char* argv[])
     require(mpd.start(), "MPD did not start");
     require(mpd.playStoredPlaylist(QStringLiteral("Focus")), "MPD did not play");
 
-    TellScriptEngine engine;
-    engine.registerApplication(QStringLiteral("Vendel"), std::make_unique<VendelHostApplication>());
+    // The platform's engine knows "Vendel" from the start.
+    const std::unique_ptr<ScriptEngine> platformEngine = makePlatformScriptEngine();
+    ScriptEngine& engine = *platformEngine;
     engine.registerApplication(QStringLiteral("Music"),
                                std::make_unique<MusicApplication>(std::make_unique<MpdMusicPlayer>(
                                    MpdAddress{mpd.socketPath().toUtf8(), 0})));

@@ -1,6 +1,7 @@
 # vendel_add_test(<Class> SOURCES ... [LIBS ...] [DBUS]): one Qt Test executable per class, named as the class.
-# It takes the SDK's code from VENDEL_TEST_SDK_CODE: the SDK library, or the music plugin's core, which holds it
-# (the folder of the plugin's tests says so), so that no test has two.
+# It takes the SDK's code from the shared library, as a plugin does; a test that drives one of the SDK's
+# backends directly (VendelSDKInternals, or the macOS decisions on macOS, among its LIBS) takes the whole SDK
+# from its archive instead, since the library exports no backend. So no test holds the SDK twice.
 # DBUS tests run inside their own private session bus (dbus-run-session), on Linux only; every test runs
 # with the offscreen platform so that widget tests need no display, unless it asks for the NATIVE one.
 function(vendel_add_test class)
@@ -10,8 +11,11 @@ function(vendel_add_test class)
     endif()
     set(target "test_${class}")
     add_executable(${target} ${arg_SOURCES})
-    target_link_libraries(${target} PRIVATE Qt6::Test vendel_test_support vendel_warnings ${arg_LIBS}
-                                            ${VENDEL_TEST_SDK_CODE})
+    set(sdk VendelSDK::Core)
+    if(VendelSDKInternals IN_LIST arg_LIBS OR (APPLE AND VendelMacDecisions IN_LIST arg_LIBS))
+        set(sdk)
+    endif()
+    target_link_libraries(${target} PRIVATE Qt6::Test vendel_test_support vendel_warnings ${arg_LIBS} ${sdk})
     # A test executable is no application bundle and has no update feed to start the macOS updater with;
     # linked in first, the updater that checks nothing (Linux's) keeps the platform's out of the test.
     # Its one header is the application's, whose folder only this source is given.

@@ -2,38 +2,33 @@
 #include "CommandUrl.h"
 
 #include "HostError.h"
-#include "Uri.h"
+#include "UrlParsing.h"
 
 namespace VendelHost {
 
 CommandUrl CommandUrl::parse(const QString& text)
 {
-    qsizetype offset = 0;
-    const auto parsed = Vendel::Uri::parse(text, &offset);
-    if (!parsed) {
-        throw HostError(
-            QStringLiteral("\"%1\" is not a URL (invalid at character %2).").arg(text).arg(offset + 1));
-    }
+    const Vendel::Uri parsed = parseUrl(text);
 
-    if (parsed->scheme() != QLatin1String(CommandUrl::scheme)) {
+    if (parsed.scheme() != QLatin1String(CommandUrl::scheme)) {
         throw HostError(QStringLiteral("\"%1\" is not a vendel:// command URL.").arg(text));
     }
-    const QString host = parsed->host().value_or(QString());
+    const QString host = parsed.host().value_or(QString());
     if (host.isEmpty()) {
         throw HostError(QStringLiteral("\"%1\" names no command.").arg(text));
     }
     // The command is the whole authority: a user or a port would be dropped unseen, so it is refused.
-    if (parsed->userInfo() || parsed->port()) {
+    if (parsed.userInfo() || parsed.port()) {
         throw HostError(QStringLiteral("\"%1\" has a user or a port, which no command takes.").arg(text));
     }
-    if (parsed->query() || parsed->fragment()) {
+    if (parsed.query() || parsed.fragment()) {
         throw HostError(
             QStringLiteral("\"%1\" has a query or a fragment, which no command takes.").arg(text));
     }
 
     CommandUrl url;
     url.name = host;
-    if (const QList<QByteArray>& segments = parsed->rawPathSegments(); !segments.isEmpty()) {
+    if (const QList<QByteArray>& segments = parsed.rawPathSegments(); !segments.isEmpty()) {
         // The argument may itself hold slashes, so the segments are joined again before decoding.
         url.argument = QByteArray::fromPercentEncoding(segments.join('/'));
     }

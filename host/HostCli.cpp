@@ -6,6 +6,7 @@
 #include "HostError.h"
 #include "HostInput.h"
 #include "HostService.h"
+#include "LaunchUrlRouter.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
 
@@ -93,6 +94,10 @@ QString HostCli::usage()
         "  plugins [--json]             List the installed plugins: name, display name, icon, executable\n"
         "  resources [--json]           List the resources that plugins have added\n"
         "  open <vendel://command/...>  Carry out a command URL, such as vendel://add-resources/...\n"
+        "  open <vendelplugin://...>    Start the plugin that a launch URL belongs to, with the URL as it\n"
+        "                               is: the owner of the action of vendelplugin://run/<id> (and wait,\n"
+        "                               as run does) or vendelplugin://edit/<id>, or the plugin that\n"
+        "                               vendelplugin://configure/<plugin> names\n"
         "  serve                        Serve org.vendel.Host on the session bus until stopped: the\n"
         "                               plugins' org.vendel.Host1, and org.vendel.Actions1, whose launches\n"
         "                               never wait for a plugin\n"
@@ -103,7 +108,8 @@ QString HostCli::usage()
         "bus when started without a launch URL. Its display name and icon are those of its desktop entry,\n"
         "<name>.desktop in the XDG data folders, when it installs; without one, its name and a generic\n"
         "icon. A launch starts the plugin's executable with the URL vendelplugin://run/<id>,\n"
-        "vendelplugin://edit/<id> or vendelplugin://configure as its argument.\n"
+        "vendelplugin://edit/<id> or vendelplugin://configure/<plugin> as its argument. Installed, the\n"
+        "host is the desktop's handler of vendelplugin:// URLs, and hands each to its plugin.\n"
         "\n"
         "A title is 1 to 200 characters without control characters, tabs or line breaks. An action\n"
         "without one shows its plugin's display name and its number, given once per plugin and never\n"
@@ -203,7 +209,9 @@ int HostCli::dispatch(const QStringList& arguments)
         return listResources(rest);
     }
     if (command == u"open") {
-        return openCommandUrl(parse(rest, QStringLiteral("open <vendel-url>"), 1).operands().constFirst());
+        const QString url =
+            parse(rest, QStringLiteral("open <vendel-url | vendelplugin-url>"), 1).operands().constFirst();
+        return LaunchUrlRouter::isLaunchUrl(url) ? openLaunchUrl(url) : openCommandUrl(url);
     }
     if (command == u"serve") {
         parse(rest, QStringLiteral("serve"), 0);
@@ -369,7 +377,7 @@ int HostCli::editAction(const QString& id)
 
 int HostCli::configurePlugin(const QString& name)
 {
-    PluginLauncher::startDetached(installedPlugin(name).path, PluginLauncher::configureUrl());
+    PluginLauncher::startDetached(installedPlugin(name).path, PluginLauncher::configureUrl(name));
     return success;
 }
 
@@ -456,6 +464,17 @@ int HostCli::openCommandUrl(const QString& url)
     const QStringList lines = CommandUrlHandler(storage(HostStorage::Access::ReadWrite)).handle(url);
     for (const QString& line : lines) {
         m_out << HostInput::escaped(line) << '\n';
+    }
+    return success;
+}
+
+int HostCli::openLaunchUrl(const QString& url)
+{
+    const LaunchUrlRouter::Route route = LaunchUrlRouter(storage()).route(url);
+    if (route.verb == LaunchUrlRouter::Verb::run) {
+        PluginLauncher::runAndWait(route.executable, route.url, PluginLauncher::runTimeLimit);
+    } else {
+        PluginLauncher::startDetached(route.executable, route.url);
     }
     return success;
 }

@@ -45,6 +45,7 @@ private:
     // Prints rows as a table with control characters shown escaped, or as a JSON array of objects.
     void print(const QList<Row>& rows, const QStringList& keys, bool json);
     int openCommandUrl(const QString& url);
+    int openLaunchUrl(const QString& url);
     int serve();
 
     // Opened on first use; a command that only reads opens it for reading only.

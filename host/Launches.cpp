@@ -47,7 +47,7 @@ QString Launches::url(const Request& request)
     case Verb::Configure:
         break;
     }
-    return PluginLauncher::configureUrl();
+    return PluginLauncher::configureUrl(request.plugin);
 }
 
 quint64 Launches::start(const Request& request)

@@ -69,9 +69,9 @@ QString PluginLauncher::editUrl(const QString& actionID)
     return launchUrl("edit", actionID);
 }
 
-QString PluginLauncher::configureUrl()
+QString PluginLauncher::configureUrl(const QString& plugin)
 {
-    return QStringLiteral("vendelplugin://configure");
+    return launchUrl("configure", plugin);
 }
 
 void PluginLauncher::runAndWait(const QString& executable, const QString& url,

@@ -16,7 +16,9 @@ public:
 
     static QString runUrl(const QString& actionID);
     static QString editUrl(const QString& actionID);
-    static QString configureUrl();
+    // A configure URL names its plugin, so that the host that routes launch URLs can find it; the plugin
+    // itself takes no argument there.
+    static QString configureUrl(const QString& plugin);
 
     // Starts the plugin and waits until it ends, its output going to ours. Throws HostError when it cannot
     // start, crashes, exits with a failure, or is still running after the time-out (it is killed then).

@@ -1,4 +1,5 @@
-// The main bundle where applications are bare executables: the host knows the plugin by its executable.
+// The main bundle where applications are bare executables: the host knows the plugin by its executable, and
+// the identity is the one the plugin's build compiled into it.
 #include <VendelSDK/Bundle.h>
 
 #include <QCoreApplication>
@@ -13,7 +14,7 @@ Bundle makePlatformMainBundle()
         const QFileInfo executable(QCoreApplication::applicationFilePath());
         path = executable.canonicalFilePath();
     }
-    return Bundle(path, QString(), {});
+    return Bundle(path, QString(), {}).withBuiltIdentity();
 }
 
 } // namespace VendelSDK

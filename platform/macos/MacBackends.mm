@@ -39,13 +39,14 @@ std::unique_ptr<UrlOpener> makePlatformUrlOpener()
 }
 
 // The host knows an installed plugin by its bundle's path; the identity and the About panel's keys come
-// from the bundle's information list.
+// from the bundle's information list, or, for an executable outside a bundle (a test), from its build.
 Bundle makePlatformMainBundle()
 {
     @autoreleasepool {
         NSBundle* bundle = [NSBundle mainBundle];
         return Bundle(toQString(bundle.bundlePath), toQString(bundle.bundleIdentifier),
-                      toQVariantMap(bundle.infoDictionary));
+                      toQVariantMap(bundle.infoDictionary))
+            .withBuiltIdentity();
     }
 }
 

@@ -1,6 +1,4 @@
 // Tests the bundle's information list as the build writes it from its one template, and the entitlements.
-#include "AppBundleInfo.h"
-
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>

@@ -651,11 +651,88 @@ private Q_SLOTS:
         QCOMPARE(m_host->run({QStringLiteral("edit"), id}).exitCode, 0);
         QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\n").arg(id));
         QCOMPARE(m_host->run({QStringLiteral("configure"), stubName}).exitCode, 0);
-        QTRY_COMPARE(record(), QStringLiteral("vendelplugin://edit/%1\nvendelplugin://configure\n").arg(id));
+        QTRY_COMPARE(record(),
+                     QStringLiteral("vendelplugin://edit/%1\nvendelplugin://configure/stub\n").arg(id));
         const auto unknown = m_host->run({QStringLiteral("configure"), QStringLiteral("nope")});
         QCOMPARE(unknown.exitCode, 1);
         QVERIFY2(unknown.err.contains(QStringLiteral("There is no plugin \"nope\"")),
                  qPrintable(unknown.err));
+    }
+
+    void openHandsALaunchUrlToItsPluginUnchanged()
+    {
+        const QString id = newAction();
+        // A run is waited for, as by run; the query and fragment, which the plugin ignores, go with it.
+        const QString run = QStringLiteral("vendelplugin://run/%1?from=Menu#Top").arg(id);
+        QCOMPARE(m_host->run({QStringLiteral("open"), run}).exitCode, 0);
+        QCOMPARE(record(), run + u'\n');
+        const QString edit = QStringLiteral("vendelplugin://edit/%1").arg(id);
+        QCOMPARE(m_host->run({QStringLiteral("open"), edit}).exitCode, 0);
+        QTRY_COMPARE(record(), run + u'\n' + edit + u'\n');
+        const QString configure = QStringLiteral("vendelplugin://configure/stub");
+        QCOMPARE(m_host->run({QStringLiteral("open"), configure}).exitCode, 0);
+        QTRY_COMPARE(record(), run + u'\n' + edit + u'\n' + configure + u'\n');
+    }
+
+    void openPassesCapitalsOnForThePluginToRefuse()
+    {
+        // The desktop found the host by the scheme in any case; the plugin compares it exactly, so the text
+        // must reach it as written, never folded.
+        const QString id = newAction();
+        const QString url = QStringLiteral("VENDELPLUGIN://run/%1").arg(id);
+        QCOMPARE(m_host->run({QStringLiteral("open"), url}).exitCode, 0);
+        QCOMPARE(record(), url + u'\n');
+    }
+
+    void openRefusesLaunchUrlsItCannotRoute_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("no identifier") << QStringLiteral("vendelplugin://run")
+                                       << QStringLiteral("names no action, so it belongs to no plugin");
+        QTest::newRow("two segments") << QStringLiteral("vendelplugin://edit/a/b")
+                                      << QStringLiteral("names no action, so it belongs to no plugin");
+        QTest::newRow("unknown action")
+            << QStringLiteral("vendelplugin://run/nope")
+            << QStringLiteral("names the action \"nope\", which this host does not know");
+        QTest::newRow("configure without plugin")
+            << QStringLiteral("vendelplugin://configure")
+            << QStringLiteral("names no plugin: vendelplugin://configure/<plugin>");
+        QTest::newRow("unknown plugin")
+            << QStringLiteral("vendelplugin://configure/nope")
+            << QStringLiteral("names the plugin \"nope\", which is not installed");
+        QTest::newRow("run command") << QStringLiteral("vendelplugin://runCommand/abc")
+                                     << QStringLiteral(
+                                            "The host cannot route \"vendelplugin://runCommand/abc\"");
+        QTest::newRow("verb in capitals") << QStringLiteral("vendelplugin://Run/ID")
+                                          << QStringLiteral("\"Run\" is no launch it knows the plugin of");
+        QTest::newRow("no verb") << QStringLiteral("vendelplugin:run/ID")
+                                 << QStringLiteral("names no launch");
+        QTest::newRow("not a URL") << QStringLiteral("vendelplugin://run/a b")
+                                   << QStringLiteral("is not a URL (invalid at character 21)");
+    }
+
+    void openRefusesLaunchUrlsItCannotRoute()
+    {
+        QFETCH(QString, url);
+        QFETCH(QString, error);
+        const QString id = newAction();
+        url.replace(QStringLiteral("ID"), id);
+        const auto result = m_host->run({QStringLiteral("open"), url});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+        QVERIFY(result.out.isEmpty());
+        QCOMPARE(record(), QString());
+    }
+
+    void aFailedRunByUrlIsReported()
+    {
+        const QString id = newAction();
+        qputenv("VENDEL_STUB_EXIT", "4");
+        const auto result =
+            m_host->run({QStringLiteral("open"), QStringLiteral("vendelplugin://run/%1").arg(id)});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("exit status 4")), qPrintable(result.err));
     }
 
     void pluginsAreListedByNameAndExecutable()

@@ -79,7 +79,7 @@ private Q_SLOTS:
         }
         seen.sort();
         QCOMPARE(seen, (QStringList{QStringLiteral("%1 vendelplugin://run/A").arg(run),
-                                    QStringLiteral("%1 vendelplugin://configure").arg(configure)}));
+                                    QStringLiteral("%1 vendelplugin://configure/stub").arg(configure)}));
     }
 
     void aFailedEndIsReportedWithItsStatus()

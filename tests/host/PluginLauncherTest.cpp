@@ -57,7 +57,11 @@ private Q_SLOTS:
                  QStringLiteral("vendelplugin://run/4f0c-9a"));
         QCOMPARE(PluginLauncher::editUrl(QStringLiteral("Road Trip/2\"")),
                  QStringLiteral("vendelplugin://edit/Road%20Trip%2F2%22"));
-        QCOMPARE(PluginLauncher::configureUrl(), QStringLiteral("vendelplugin://configure"));
+        // A configure URL names its plugin, so that the host that claims the scheme can route it.
+        QCOMPARE(PluginLauncher::configureUrl(QStringLiteral("vendel-music-plugin")),
+                 QStringLiteral("vendelplugin://configure/vendel-music-plugin"));
+        QCOMPARE(PluginLauncher::configureUrl(QStringLiteral("odd name")),
+                 QStringLiteral("vendelplugin://configure/odd%20name"));
     }
 
     void aRunIsWaitedFor()
@@ -97,7 +101,9 @@ private Q_SLOTS:
             [&] { PluginLauncher::runAndWait(missing, QStringLiteral("vendelplugin://run/a"), 30s); });
         QVERIFY2(message.contains(QStringLiteral("is missing; install the plugin again")),
                  qPrintable(message));
-        message = errorOf([&] { PluginLauncher::startDetached(missing, PluginLauncher::configureUrl()); });
+        message = errorOf([&] {
+            PluginLauncher::startDetached(missing, PluginLauncher::configureUrl(QStringLiteral("stub")));
+        });
         QVERIFY2(message.contains(QStringLiteral("is missing")), qPrintable(message));
 
         const QString text = m_directory->filePath(QStringLiteral("text"));
@@ -105,8 +111,10 @@ private Q_SLOTS:
         message =
             errorOf([&] { PluginLauncher::runAndWait(text, QStringLiteral("vendelplugin://run/a"), 30s); });
         QVERIFY2(message.contains(QStringLiteral("cannot be run")), qPrintable(message));
-        message = errorOf(
-            [&] { PluginLauncher::startDetached(m_directory->path(), PluginLauncher::configureUrl()); });
+        message = errorOf([&] {
+            PluginLauncher::startDetached(m_directory->path(),
+                                          PluginLauncher::configureUrl(QStringLiteral("stub")));
+        });
         QVERIFY2(message.contains(QStringLiteral("cannot be run")), qPrintable(message));
     }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VendelSDK/Error.h>
+#include <VendelSDK/Export.h>
 
 #include <QString>
 #include <QStringList>
@@ -10,7 +11,7 @@
 
 namespace VendelSDK {
 
-struct Alert
+struct VENDELSDK_EXPORT Alert
 {
     QString messageText;
     QString informativeText;

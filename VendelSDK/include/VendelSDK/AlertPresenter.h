@@ -2,10 +2,11 @@
 #pragma once
 
 #include <VendelSDK/Alert.h>
+#include <VendelSDK/Export.h>
 
 namespace VendelSDK {
 
-class AlertPresenter
+class VENDELSDK_EXPORT AlertPresenter
 {
 public:
     virtual ~AlertPresenter() = default;

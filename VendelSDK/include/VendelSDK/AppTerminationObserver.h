@@ -1,13 +1,15 @@
 // Calls a closure when the application is about to terminate.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QObject>
 
 #include <functional>
 
 namespace VendelSDK {
 
-class AppTerminationObserver : public QObject
+class VENDELSDK_EXPORT AppTerminationObserver : public QObject
 {
     Q_OBJECT
 

@@ -1,13 +1,15 @@
 // Runs one script source through the platform's engine and maps its outcome to the SDK's terms.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <optional>
 
 namespace VendelSDK {
 
-class AppleScriptRunner
+class VENDELSDK_EXPORT AppleScriptRunner
 {
 public:
     AppleScriptRunner() = delete;

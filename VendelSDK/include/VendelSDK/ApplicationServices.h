@@ -1,6 +1,8 @@
 // The application-services seam: launching and termination, main-thread work, and the window list.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QList>
 #include <QObject>
 
@@ -9,13 +11,13 @@
 namespace VendelSDK {
 
 // What the window list says about one window.
-struct WindowState
+struct VENDELSDK_EXPORT WindowState
 {
     bool visible = false;
     bool miniaturised = false;
 };
 
-class ApplicationServices : public QObject
+class VENDELSDK_EXPORT ApplicationServices : public QObject
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 // A one-way command to the host, sent by asking the system to open vendel://<name>[/<data>].
 #pragma once
 
+#include <VendelSDK/Export.h>
 #include <VendelSDK/Resource.h>
 
 #include <QList>
@@ -10,7 +11,7 @@
 
 namespace VendelSDK {
 
-class Command
+class VENDELSDK_EXPORT Command
 {
 public:
     static constexpr auto addResourcesName = "add-resources";

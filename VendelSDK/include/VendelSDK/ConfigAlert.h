@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VendelSDK/Error.h>
+#include <VendelSDK/Export.h>
 
 #include <concepts>
 #include <optional>
@@ -12,7 +13,7 @@ namespace VendelSDK {
 
 // Shows "Could not read action data in Vendel." (or, when `read` is false, the save title) with the
 // error's description and one "OK" button, and returns when it has been dismissed.
-void showConfigAlert(const Error& error, bool read);
+VENDELSDK_EXPORT void showConfigAlert(const Error& error, bool read);
 
 // Runs the operation; on an SDK error shows the configuration alert and returns nothing. The read title is
 // shown for every failure, writes included: users know this message, and the save title stays unused.

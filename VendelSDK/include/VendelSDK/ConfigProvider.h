@@ -1,10 +1,12 @@
 // The common base of the configuration providers, naming the kind of object as a type.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 namespace VendelSDK {
 
 // Deliberately empty: the providers share no operations, since each works on its own configuration type.
-class ConfigProvider
+class VENDELSDK_EXPORT ConfigProvider
 {
 public:
     virtual ~ConfigProvider() = default;

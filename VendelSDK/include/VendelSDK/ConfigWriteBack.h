@@ -3,6 +3,7 @@
 
 #include <VendelSDK/AppTerminationObserver.h>
 #include <VendelSDK/DelayedActionController.h>
+#include <VendelSDK/Export.h>
 
 #include <functional>
 #include <memory>
@@ -13,7 +14,7 @@ namespace VendelSDK {
 // owner lets it go early still makes its pending write and its write at termination. The termination write
 // then drops both closures, which ends those cycles: the provider goes with its last owner. Application
 // services destroyed without announcing termination end the cycles in the same way, without a write.
-class ConfigWriteBack
+class VENDELSDK_EXPORT ConfigWriteBack
 {
 public:
     ConfigWriteBack() = default;

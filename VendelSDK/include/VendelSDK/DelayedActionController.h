@@ -1,6 +1,8 @@
 // Coalesces a burst of requests into one run of an action, once requests have stopped for a second.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QObject>
 
 #include <chrono>
@@ -9,7 +11,7 @@
 
 namespace VendelSDK {
 
-class DelayedActionController : public QObject
+class VENDELSDK_EXPORT DelayedActionController : public QObject
 {
     Q_OBJECT
 

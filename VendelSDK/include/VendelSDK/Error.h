@@ -1,6 +1,8 @@
 // An error value in a named domain with a code and user information, thrown and shown by the whole system.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 #include <QVariantMap>
 
@@ -17,7 +19,7 @@ inline constexpr auto osStatusErrorDomain = "NSOSStatusErrorDomain";
 inline constexpr auto localizedDescriptionKey = "NSLocalizedDescription";
 inline constexpr auto localizedFailureReasonKey = "NSLocalizedFailureReason";
 
-class Error : public std::exception
+class VENDELSDK_EXPORT Error : public std::exception
 {
 public:
     Error(QString domain, qint64 code, QVariantMap userInfo = {});
@@ -49,11 +51,11 @@ enum class SdkErrorCode : qint64
 };
 
 // Builds an SDK error whose user information holds exactly the description and the failure reason.
-Error makeError(qint64 code, const QString& description, const QString& failureReason);
+VENDELSDK_EXPORT Error makeError(qint64 code, const QString& description, const QString& failureReason);
 
 // The SDK's three errors, with their localised texts.
-Error couldNotCreateURLError();
-Error couldNotRunScriptError();
-Error couldNotReadScriptOutputError();
+VENDELSDK_EXPORT Error couldNotCreateURLError();
+VENDELSDK_EXPORT Error couldNotRunScriptError();
+VENDELSDK_EXPORT Error couldNotReadScriptOutputError();
 
 } // namespace VendelSDK

@@ -1,9 +1,11 @@
 // Asks the host to install this plugin and tells the user when it could not.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 namespace VendelSDK {
 
-class InstallPluginController
+class VENDELSDK_EXPORT InstallPluginController
 {
 public:
     InstallPluginController() = default;

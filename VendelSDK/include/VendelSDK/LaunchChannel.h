@@ -1,6 +1,8 @@
 // The single-instance seam: the running instance of a plugin serves the launch URLs of later launches.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <functional>
@@ -9,7 +11,7 @@
 
 namespace VendelSDK {
 
-class LaunchChannel
+class VENDELSDK_EXPORT LaunchChannel
 {
 public:
     // Whether this process goes on to serve its own launch, or has handed it to the running instance.
@@ -33,6 +35,6 @@ public:
 };
 
 // The channel of the platform this build targets; CMake picks the implementation.
-std::unique_ptr<LaunchChannel> makePlatformLaunchChannel();
+VENDELSDK_EXPORT std::unique_ptr<LaunchChannel> makePlatformLaunchChannel();
 
 } // namespace VendelSDK

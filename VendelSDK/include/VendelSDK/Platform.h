@@ -4,6 +4,7 @@
 #include <VendelSDK/AlertPresenter.h>
 #include <VendelSDK/ApplicationServices.h>
 #include <VendelSDK/Bundle.h>
+#include <VendelSDK/Export.h>
 #include <VendelSDK/ScriptEngine.h>
 #include <VendelSDK/UrlOpener.h>
 
@@ -11,7 +12,7 @@
 
 namespace VendelSDK {
 
-class Platform
+class VENDELSDK_EXPORT Platform
 {
 public:
     Platform() = delete;

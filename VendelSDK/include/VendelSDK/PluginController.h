@@ -1,6 +1,8 @@
 // Holds the application's launch handlers and dispatches launch URLs to them.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <functional>
@@ -8,7 +10,7 @@
 
 namespace VendelSDK {
 
-class PluginController
+class VENDELSDK_EXPORT PluginController
 {
 public:
     using IdentifierHandler = std::function<void(const QString& actionID)>;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VendelSDK/ApplicationServices.h>
+#include <VendelSDK/Export.h>
 
 #include <memory>
 
@@ -9,7 +10,7 @@ namespace VendelSDK {
 
 class TerminationSignals;
 
-class QtApplicationServices : public ApplicationServices
+class VENDELSDK_EXPORT QtApplicationServices : public ApplicationServices
 {
     Q_OBJECT
 

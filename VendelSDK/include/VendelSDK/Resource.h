@@ -1,6 +1,8 @@
 // One resource of the "add-resources" host command: a typed, named URL with its JSON form.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QJsonObject>
 #include <QString>
 
@@ -8,7 +10,7 @@
 
 namespace VendelSDK {
 
-struct Resource
+struct VENDELSDK_EXPORT Resource
 {
     enum class ResourceType
     {

@@ -1,6 +1,8 @@
 // The script-execution seam: runs one script synchronously, and the applications that scripts address.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -11,7 +13,7 @@
 namespace VendelSDK {
 
 // What a failed script reports; each entry may be missing, as with the platform's own engine.
-struct ScriptErrorRecord
+struct VENDELSDK_EXPORT ScriptErrorRecord
 {
     std::optional<qint64> number;
     std::optional<QString> message;
@@ -23,7 +25,7 @@ struct ScriptErrorRecord
     friend bool operator==(const ScriptErrorRecord&, const ScriptErrorRecord&) = default;
 };
 
-struct ScriptNoResult
+struct VENDELSDK_EXPORT ScriptNoResult
 {
     friend bool operator==(ScriptNoResult, ScriptNoResult) = default;
 };
@@ -33,7 +35,7 @@ using ScriptOutcome = std::variant<ScriptErrorRecord, QString, ScriptNoResult>;
 
 // An application that scripts address by name, for engines that do not find applications by themselves: the
 // commands it understands and how it answers them.
-class ScriptApplication
+class VENDELSDK_EXPORT ScriptApplication
 {
 public:
     virtual ~ScriptApplication() = default;
@@ -46,7 +48,7 @@ public:
     virtual ScriptOutcome perform(qsizetype entry, const QStringList& arguments) = 0;
 };
 
-class ScriptEngine
+class VENDELSDK_EXPORT ScriptEngine
 {
 public:
     virtual ~ScriptEngine() = default;
@@ -67,6 +69,6 @@ public:
 };
 
 // The engine of the platform this build targets; CMake picks the implementation.
-std::unique_ptr<ScriptEngine> makePlatformScriptEngine();
+VENDELSDK_EXPORT std::unique_ptr<ScriptEngine> makePlatformScriptEngine();
 
 } // namespace VendelSDK

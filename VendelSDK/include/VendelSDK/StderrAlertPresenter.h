@@ -2,12 +2,13 @@
 #pragma once
 
 #include <VendelSDK/AlertPresenter.h>
+#include <VendelSDK/Export.h>
 
 #include <cstdio>
 
 namespace VendelSDK {
 
-class StderrAlertPresenter final : public AlertPresenter
+class VENDELSDK_EXPORT StderrAlertPresenter final : public AlertPresenter
 {
 public:
     explicit StderrAlertPresenter(std::FILE* stream = stderr) : m_stream(stream) {}

@@ -1,6 +1,8 @@
 // Turns SIGTERM, SIGINT and SIGHUP into a termination request, reported on the main thread.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QObject>
 
 #include <array>
@@ -13,7 +15,7 @@ namespace VendelSDK {
 // for the player) when that wait lets termination signals through with descriptor() and deliverPending().
 // A second signal, while the first is being carried out (a termination hook blocked on a frozen host, say),
 // ends the process at once, as that signal would.
-class TerminationSignals final : public QObject
+class VENDELSDK_EXPORT TerminationSignals final : public QObject
 {
     Q_OBJECT
 

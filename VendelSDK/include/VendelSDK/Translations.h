@@ -1,12 +1,14 @@
 // Loads the catalogues of the user's language at start: Qt's own, the SDK's and the application's.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 #include <QStringList>
 
 namespace VendelSDK {
 
-class Translations
+class VENDELSDK_EXPORT Translations
 {
 public:
     Translations() = delete;

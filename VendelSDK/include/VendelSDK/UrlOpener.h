@@ -1,13 +1,15 @@
 // The URL-opener seam: hands a URL to the system, which starts whatever handles its scheme.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <memory>
 
 namespace VendelSDK {
 
-class UrlOpener
+class VENDELSDK_EXPORT UrlOpener
 {
 public:
     virtual ~UrlOpener() = default;
@@ -17,6 +19,6 @@ public:
 };
 
 // The opener of the platform this build targets; CMake picks the implementation.
-std::unique_ptr<UrlOpener> makePlatformUrlOpener();
+VENDELSDK_EXPORT std::unique_ptr<UrlOpener> makePlatformUrlOpener();
 
 } // namespace VendelSDK

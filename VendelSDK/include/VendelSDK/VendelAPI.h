@@ -1,13 +1,15 @@
 // The typed front to the host's scripting commands: builds each command text and reads its answer.
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <optional>
 
 namespace VendelSDK {
 
-class VendelAPI
+class VENDELSDK_EXPORT VendelAPI
 {
 public:
     VendelAPI() = default;

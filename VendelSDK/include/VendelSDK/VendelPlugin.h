@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VendelSDK/Alert.h>
+#include <VendelSDK/Export.h>
 #include <VendelSDK/PluginController.h>
 
 #include <QObject>
@@ -9,7 +10,7 @@
 namespace VendelSDK {
 
 // How the plugin behaves when it was started without a launch URL (VendelPlugin::Config).
-struct VendelPluginConfig
+struct VENDELSDK_EXPORT VendelPluginConfig
 {
     // Offer installation when started by hand and not installed; also gates the whole start-up check.
     bool askToInstallPluginIfNotInstalled = false;
@@ -17,7 +18,7 @@ struct VendelPluginConfig
     bool alertUserThatPluginMustBeRunByVendelAndQuit = false;
 };
 
-class VendelPlugin : public QObject
+class VENDELSDK_EXPORT VendelPlugin : public QObject
 {
     Q_OBJECT
 

@@ -1,13 +1,15 @@
 // A parsed launch URL: vendelplugin://<verb>[/<action identifier>].
 #pragma once
 
+#include <VendelSDK/Export.h>
+
 #include <QString>
 
 #include <optional>
 
 namespace VendelSDK {
 
-class VendelPluginURL
+class VENDELSDK_EXPORT VendelPluginURL
 {
 public:
     static constexpr auto pluginScheme = "vendelplugin";

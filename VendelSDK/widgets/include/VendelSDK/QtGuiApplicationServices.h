@@ -2,10 +2,11 @@
 #pragma once
 
 #include <VendelSDK/QtApplicationServices.h>
+#include <VendelSDK/WidgetsExport.h>
 
 namespace VendelSDK {
 
-class QtGuiApplicationServices : public QtApplicationServices
+class VENDELSDK_WIDGETS_EXPORT QtGuiApplicationServices : public QtApplicationServices
 {
     Q_OBJECT
 

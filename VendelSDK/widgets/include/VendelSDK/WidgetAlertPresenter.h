@@ -2,10 +2,11 @@
 #pragma once
 
 #include <VendelSDK/AlertPresenter.h>
+#include <VendelSDK/WidgetsExport.h>
 
 namespace VendelSDK {
 
-class WidgetAlertPresenter final : public AlertPresenter
+class VENDELSDK_WIDGETS_EXPORT WidgetAlertPresenter final : public AlertPresenter
 {
 public:
     // Blocks in the message box's own event loop; returns the index of the button that was pressed.

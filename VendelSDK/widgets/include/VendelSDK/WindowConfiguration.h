@@ -1,11 +1,13 @@
 // The window level of a plugin's windows: above other applications' floating windows.
 #pragma once
 
+#include <VendelSDK/WidgetsExport.h>
+
 class QWidget;
 
 namespace VendelSDK {
 
-class WindowConfiguration
+class VENDELSDK_WIDGETS_EXPORT WindowConfiguration
 {
 public:
     WindowConfiguration() = delete;

@@ -3,6 +3,7 @@
 
 #include <VendelSDK/AlertPresenter.h>
 #include <VendelSDK/ApplicationServices.h>
+#include <VendelSDK/WidgetsExport.h>
 
 #include <memory>
 
@@ -10,7 +11,7 @@ namespace VendelSDK {
 
 // The windowed backends of the platform this build targets; CMake picks the implementation. Both need
 // the windowed application object to exist.
-std::unique_ptr<ApplicationServices> makePlatformWindowedApplicationServices();
-std::unique_ptr<AlertPresenter> makePlatformWindowedAlertPresenter();
+VENDELSDK_WIDGETS_EXPORT std::unique_ptr<ApplicationServices> makePlatformWindowedApplicationServices();
+VENDELSDK_WIDGETS_EXPORT std::unique_ptr<AlertPresenter> makePlatformWindowedAlertPresenter();
 
 } // namespace VendelSDK

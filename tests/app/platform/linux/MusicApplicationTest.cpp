@@ -38,9 +38,10 @@ ScriptErrorRecord notRunning()
     return {-600, QStringLiteral("Application isn’t running."), QStringLiteral("Application isn’t running.")};
 }
 
-std::unique_ptr<TellScriptEngine> musicEngine()
+// The platform's engine, as the plugin's process makes it.
+std::unique_ptr<ScriptEngine> musicEngine()
 {
-    auto engine = std::make_unique<TellScriptEngine>();
+    auto engine = makePlatformScriptEngine();
     engine->registerApplication(QStringLiteral("Music"), makePlatformMusicApplication());
     return engine;
 }
@@ -320,7 +321,7 @@ private:
     // "Music" as the platform's engine runs it, over `player`, and alerts that the test reads afterwards.
     RecordingAlertPresenter& useMusic(std::unique_ptr<MusicPlayer> player)
     {
-        auto engine = std::make_unique<TellScriptEngine>();
+        std::unique_ptr<ScriptEngine> engine = makePlatformScriptEngine();
         engine->registerApplication(QStringLiteral("Music"),
                                     std::make_unique<MusicApplication>(std::move(player)));
         Platform::setScriptEngine(std::move(engine));

@@ -1,0 +1,48 @@
+# What `cmake --install` puts where, by component: libvendelsdk (sdk) and libvendelsdk-widgets (sdkwidgets) in
+# the runtime packages, one per SONAME; the headers, the link names, the CMake package with vendel_add_plugin,
+# and the pkg-config files in the development package (sdkdev). Every path in the CMake package and the
+# pkg-config files is relative to the file itself, so the installed tree may be moved (a staging prefix made
+# with dpkg-deb -x, say).
+include(CMakePackageConfigHelpers)
+
+set(vendelsdk_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VendelSDK)
+
+install(TARGETS VendelSDK EXPORT VendelSDKTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT sdk NAMELINK_COMPONENT sdkdev
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS VendelSDKWidgets EXPORT VendelSDKTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT sdkwidgets NAMELINK_COMPONENT sdkdev
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/VendelSDK/include/VendelSDK
+                  ${PROJECT_SOURCE_DIR}/VendelSDK/widgets/include/VendelSDK
+                  ${PROJECT_BINARY_DIR}/VendelSDK/include/VendelSDK
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT sdkdev
+    FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT VendelSDKTargets NAMESPACE VendelSDK:: DESTINATION ${vendelsdk_cmake_dir} COMPONENT sdkdev)
+set(VENDELSDK_QT_VERSION ${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR})
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/VendelSDKConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/VendelSDKConfig.cmake
+    INSTALL_DESTINATION ${vendelsdk_cmake_dir}
+    NO_SET_AND_CHECK_MACRO)
+# A plugin built against 1.x runs with any later 1.x: the major version is the SONAME's.
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/VendelSDKConfigVersion.cmake
+    VERSION ${VENDELSDK_VERSION} COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/VendelSDKConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/VendelSDKConfigVersion.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/VendelPlugin.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/VendelPluginDesktopEntry.in
+              ${PROJECT_SOURCE_DIR}/cmake/VendelPluginInfo.plist.in
+              ${PROJECT_SOURCE_DIR}/cmake/VendelPluginIdentity.cpp.in
+              ${PROJECT_SOURCE_DIR}/cmake/VendelPlugin.entitlements
+              ${PROJECT_SOURCE_DIR}/cmake/VendelMacBundle.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/VendelMacSign.cmake
+    DESTINATION ${vendelsdk_cmake_dir} COMPONENT sdkdev)
+
+# pkg-config: the prefix is found from the file's own folder.
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH VENDELSDK_PC_PREFIX_FROM_PCFILEDIR ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" VENDELSDK_PC_PREFIX_FROM_PCFILEDIR "${VENDELSDK_PC_PREFIX_FROM_PCFILEDIR}")
+foreach(pc vendelsdk vendelsdk-widgets)
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/${pc}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc DESTINATION ${pkgconfig_dir} COMPONENT sdkdev)
+endforeach()
