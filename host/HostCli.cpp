@@ -8,6 +8,7 @@
 #include "HostService.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
+#include "WindowCommand.h"
 
 #include <QCollator>
 #include <QCoreApplication>
@@ -93,6 +94,10 @@ QString HostCli::usage()
         "  plugins [--json]             List the installed plugins: name, display name, icon, executable\n"
         "  resources [--json]           List the resources that plugins have added\n"
         "  open <vendel://command/...>  Carry out a command URL, such as vendel://add-resources/...\n"
+        "  window [--filter <text>] [-- <word>...]\n"
+        "                               Show the actions in a window, where they are run, edited,\n"
+        "                               renamed, deleted and made, and plugins' preferences opened;\n"
+        "                               the filter and the words choose which are shown\n"
         "  serve                        Serve org.vendel.Host on the session bus until stopped: the\n"
         "                               plugins' org.vendel.Host1, and org.vendel.Actions1, whose launches\n"
         "                               never wait for a plugin\n"
@@ -204,6 +209,15 @@ int HostCli::dispatch(const QStringList& arguments)
     }
     if (command == u"open") {
         return openCommandUrl(parse(rest, QStringLiteral("open <vendel-url>"), 1).operands().constFirst());
+    }
+    if (command == u"window") {
+        const auto parsed = parse(rest, QStringLiteral("window [--filter <text>] [-- <word>...]"), -1, {},
+                                  {QStringLiteral("--filter")});
+        QStringList words = parsed.operands();
+        if (const auto filter = parsed.value(QStringLiteral("--filter"))) {
+            words.prepend(*filter);
+        }
+        WindowCommand::exec(words.join(u' '));
     }
     if (command == u"serve") {
         parse(rest, QStringLiteral("serve"), 0);
