@@ -3,14 +3,13 @@
 // says so; closing it lets a run go on. And the command line and the served host never load Qt's window
 // libraries.
 #include "ActivatedHost.h"
-#include "HeldLaunches.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
+#include "StubLaunches.h"
 #include "XDisplay.h"
 
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -23,7 +22,6 @@ using MusicPlugin::Testing::XvfbDisplay;
 
 namespace {
 
-const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
 const QString windowProgram = QStringLiteral(VENDEL_HOST_WINDOW);
 constexpr int generousMs = 30000;
 // How long one press of Enter is given to start a run before it is pressed again: the window may not have
@@ -58,17 +56,12 @@ private Q_SLOTS:
 
     void init()
     {
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_held = std::make_unique<HeldLaunches>(path(QStringLiteral("hold")));
-        QVERIFY(ActivatedHost::setEnvironment({
-            {QStringLiteral("VENDEL_HOST_DATA_DIR"), dataDirectory()},
-            {QStringLiteral("VENDEL_STUB_RECORD"), path(QStringLiteral("record"))},
-            {QStringLiteral("VENDEL_STUB_DONE"), path(QStringLiteral("done"))},
-            {QStringLiteral("VENDEL_STUB_HOLD"), m_held->path()},
-        }));
-        HostStorage storage(dataDirectory());
-        storage.recordPlugin(
-            {QStringLiteral("stub"), stub, QStringLiteral("Stub Player"), QStringLiteral("stub-player")});
+        m_stub = std::make_unique<StubLaunches>();
+        auto environment = m_stub->environment();
+        environment.insert(QStringLiteral("VENDEL_HOST_DATA_DIR"), m_stub->dataDirectory());
+        QVERIFY(ActivatedHost::setEnvironment(environment));
+        m_stub->installStub();
+        HostStorage storage(m_stub->dataDirectory());
         m_ids.clear();
         for (const QString& title :
              {QStringLiteral("Road Trip"), QStringLiteral("Focus Mix"), QStringLiteral("Live -reverse")}) {
@@ -83,8 +76,7 @@ private Q_SLOTS:
             m_window.waitForFinished();
         }
         QVERIFY(ActivatedHost::stop());
-        m_held.reset();
-        m_directory.reset();
+        m_stub.reset();
     }
 
     void withoutADisplayItSaysSo()
@@ -127,9 +119,9 @@ private Q_SLOTS:
         QFETCH(QStringList, arguments);
         QFETCH(QString, runs);
         QVERIFY(startWindow(arguments));
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         QVERIFY(pressEnterUntilARunStarts());
-        QCOMPARE(contentsOf(path(QStringLiteral("record"))),
+        QCOMPARE(m_stub->contents(QStringLiteral("record")),
                  QStringLiteral("vendelplugin://run/%1\n").arg(m_ids.value(runs)));
     }
 
@@ -146,7 +138,7 @@ private Q_SLOTS:
     void closingTheWindowDuringARunLetsTheRunComplete()
     {
         QVERIFY(startWindow({QStringLiteral("--filter"), QStringLiteral("road")}));
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         QVERIFY(pressEnterUntilARunStarts());
         const XKeyboard keyboard(m_display.name());
         QVERIFY(keyboard.press(m_windowId, {QStringLiteral("ctrl+w")}));
@@ -154,10 +146,10 @@ private Q_SLOTS:
         QCOMPARE(m_window.exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_window.exitCode(), 0);
         // The run is still held, and goes on to its end once let go.
-        QCOMPARE(contentsOf(path(QStringLiteral("done"))), QString());
-        m_held->release();
+        QCOMPARE(m_stub->contents(QStringLiteral("done")), QString());
+        m_stub->held().release();
         QTRY_COMPARE_WITH_TIMEOUT(
-            contentsOf(path(QStringLiteral("done"))),
+            m_stub->contents(QStringLiteral("done")),
             QStringLiteral("vendelplugin://run/%1\n").arg(m_ids.value(QStringLiteral("Road Trip"))),
             generousMs);
         QVERIFY(HostProcess::isHostOnBus());
@@ -181,9 +173,6 @@ private Q_SLOTS:
     }
 
 private:
-    QString dataDirectory() const { return path(QStringLiteral("data")); }
-    QString path(const QString& name) const { return m_directory->filePath(name); }
-
     static QProcessEnvironment hostEnvironment() { return QProcessEnvironment::systemEnvironment(); }
 
     QProcessEnvironment windowEnvironment() const
@@ -220,7 +209,7 @@ private:
     bool pressEnterUntilARunStarts()
     {
         const XKeyboard keyboard(m_display.name());
-        const QString record = path(QStringLiteral("record"));
+        const QString record = m_stub->path(QStringLiteral("record"));
         QString problem;
         const bool started = QTest::qWaitFor(
             [&] {
@@ -251,8 +240,7 @@ private:
     }
 
     XvfbDisplay m_display;
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<HeldLaunches> m_held;
+    std::unique_ptr<StubLaunches> m_stub;
     QProcess m_window;
     QString m_windowId;
     // The actions by title.

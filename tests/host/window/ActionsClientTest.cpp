@@ -1,9 +1,9 @@
 // Tests the window's client of the served host on a private session bus: listings, changes, launches, and
 // every failure as the sentence the window shows, naming the action.
 #include "ActionsClient.h"
-#include "HeldLaunches.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
+#include "StubLaunches.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -17,7 +17,7 @@ using namespace VendelHost::Testing;
 
 namespace {
 
-const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
+const QString stub = StubLaunches::stub();
 constexpr int generousMs = 30000;
 
 // Counts the host's LaunchEnded signals, whoever's launches they end.
@@ -47,16 +47,14 @@ class ActionsClientTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_held = std::make_unique<HeldLaunches>(m_directory->filePath(QStringLiteral("hold")));
-        qputenv("VENDEL_STUB_RECORD", QFile::encodeName(path(QStringLiteral("record"))));
-        qputenv("VENDEL_STUB_HOLD", QFile::encodeName(m_held->path()));
-        {
-            HostStorage storage(dataDirectory());
-            storage.recordPlugin(
-                {QStringLiteral("stub"), stub, QStringLiteral("Stub Player"), QStringLiteral("stub-player")});
+        m_stub = std::make_unique<StubLaunches>();
+        // The served host passes its environment on to the plugins it starts.
+        const auto variables = m_stub->environment();
+        for (auto variable = variables.begin(); variable != variables.end(); ++variable) {
+            qputenv(variable.key().toUtf8().constData(), QFile::encodeName(variable.value()));
         }
-        m_host = std::make_unique<HostProcess>(dataDirectory());
+        m_stub->installStub();
+        m_host = std::make_unique<HostProcess>(m_stub->dataDirectory());
         QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
         m_client = std::make_unique<ActionsClient>(QDBusConnection::sessionBus());
         m_failures = std::make_unique<QSignalSpy>(m_client.get(), &ActionsClient::failed);
@@ -68,17 +66,16 @@ private Q_SLOTS:
         m_failures.reset();
         m_statuses.reset();
         m_client.reset();
-        m_held.reset();
         if (m_host->server().state() == QProcess::Running) {
             QVERIFY2(m_host->terminate(), qPrintable(m_host->serverOutput()));
         }
         QTRY_VERIFY_WITH_TIMEOUT(!HostProcess::isHostOnBus(), generousMs);
         m_host.reset();
-        for (const char* name :
-             {"VENDEL_STUB_RECORD", "VENDEL_STUB_HOLD", "VENDEL_STUB_EXIT", "VENDEL_STUB_CRASH"}) {
+        for (const char* name : {"VENDEL_STUB_RECORD", "VENDEL_STUB_DONE", "VENDEL_STUB_HOLD",
+                                 "VENDEL_STUB_EXIT", "VENDEL_STUB_CRASH"}) {
             qunsetenv(name);
         }
-        m_directory.reset();
+        m_stub.reset();
     }
 
     void listsTheActionsAndPlugins()
@@ -100,10 +97,10 @@ private Q_SLOTS:
         m_client->create(QStringLiteral("stub"), QStringLiteral("Road Trip"));
         QVERIFY(created.wait(generousMs));
         const QString id = created.constFirst().constFirst().toString();
-        const auto action = HostStorage(dataDirectory()).action(id);
+        const auto action = HostStorage(m_stub->dataDirectory()).action(id);
         QVERIFY(action);
         QCOMPARE(action->ownTitle, QStringLiteral("Road Trip"));
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")),
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
                                   QStringLiteral("vendelplugin://edit/%1\n").arg(id), generousMs);
         QTRY_VERIFY_WITH_TIMEOUT(m_client->action(id).has_value(), generousMs);
     }
@@ -113,11 +110,12 @@ private Q_SLOTS:
         const QString id = newAction(QStringLiteral("Road Trip"));
         QVERIFY(list());
         m_client->rename(id, QStringLiteral("Focus"));
-        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(dataDirectory()).action(id)->ownTitle, QStringLiteral("Focus"),
-                                  generousMs);
+        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(m_stub->dataDirectory()).action(id)->ownTitle,
+                                  QStringLiteral("Focus"), generousMs);
         QTRY_COMPARE_WITH_TIMEOUT(m_client->action(id)->title, QStringLiteral("Focus"), generousMs);
         m_client->rename(id, QStringLiteral("  "));
-        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(dataDirectory()).action(id)->ownTitle, QString(), generousMs);
+        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(m_stub->dataDirectory()).action(id)->ownTitle, QString(),
+                                  generousMs);
         QTRY_COMPARE_WITH_TIMEOUT(m_client->action(id)->title, QStringLiteral("Stub Player 1"), generousMs);
         QCOMPARE(m_failures->size(), 0);
     }
@@ -128,7 +126,7 @@ private Q_SLOTS:
         const QString other = newAction(QStringLiteral("Focus"));
         QVERIFY(list());
         m_client->remove(id);
-        QTRY_VERIFY_WITH_TIMEOUT(!HostStorage(dataDirectory()).action(id), generousMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!HostStorage(m_stub->dataDirectory()).action(id), generousMs);
         QTRY_COMPARE_WITH_TIMEOUT(m_client->actions().size(), 1, generousMs);
         QCOMPARE(m_client->actions().constFirst().id, other);
     }
@@ -137,20 +135,21 @@ private Q_SLOTS:
     {
         const QString id = newAction(QStringLiteral("Road Trip"));
         QVERIFY(list());
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         m_client->run(id);
         QTRY_COMPARE_WITH_TIMEOUT(lastStatus(), QStringLiteral("Running “Road Trip”…"), generousMs);
         QTRY_VERIFY_WITH_TIMEOUT(m_client->isRunning(id), generousMs);
-        m_held->release();
+        m_stub->held().release();
         QTRY_COMPARE_WITH_TIMEOUT(lastStatus(), QStringLiteral("“Road Trip” has run."), generousMs);
         QVERIFY(!m_client->isRunning(id));
-        QCOMPARE(contents(QStringLiteral("record")), QStringLiteral("vendelplugin://run/%1\n").arg(id));
+        QCOMPARE(m_stub->contents(QStringLiteral("record")),
+                 QStringLiteral("vendelplugin://run/%1\n").arg(id));
         QCOMPARE(m_failures->size(), 0);
     }
 
     void aMissingExecutableIsNamed()
     {
-        const QString copy = path(QStringLiteral("gone-plugin"));
+        const QString copy = m_stub->path(QStringLiteral("gone-plugin"));
         QVERIFY(QFile::copy(stub, copy));
         const QString id = newAction(QStringLiteral("Road Trip"), copy);
         QVERIFY(list());
@@ -163,7 +162,7 @@ private Q_SLOTS:
 
     void anExecutableThatCannotRunIsNamed()
     {
-        const QString text = path(QStringLiteral("text-plugin"));
+        const QString text = m_stub->path(QStringLiteral("text-plugin"));
         QFile file(text);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
@@ -177,8 +176,8 @@ private Q_SLOTS:
 
     void aPluginThatIsNotInstalledIsNamed()
     {
-        const QString id =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("elsewhere"), QStringLiteral("Far"));
+        const QString id = HostStorage(m_stub->dataDirectory())
+                               .createAction(QStringLiteral("elsewhere"), QStringLiteral("Far"));
         QVERIFY(list());
         m_client->run(id);
         QCOMPARE(failure(),
@@ -190,16 +189,16 @@ private Q_SLOTS:
     {
         const QString id = newAction(QStringLiteral("Road Trip"));
         QVERIFY(list());
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         m_client->run(id);
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")).count(u'\n'), 1, generousMs);
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")).count(u'\n'), 1, generousMs);
         m_client->run(id);
         QCOMPARE(failure(),
                  QStringLiteral("“Road Trip” did not run. It is still running; it can run again when "
                                 "this run has ended."));
-        m_held->release();
+        m_stub->held().release();
         QTRY_COMPARE_WITH_TIMEOUT(lastStatus(), QStringLiteral("“Road Trip” has run."), generousMs);
-        QCOMPARE(contents(QStringLiteral("record")).count(u'\n'), 1);
+        QCOMPARE(m_stub->contents(QStringLiteral("record")).count(u'\n'), 1);
     }
 
     void theLaunchBeyondTheLimitIsRefused()
@@ -209,11 +208,11 @@ private Q_SLOTS:
             ids.append(newAction(QStringLiteral("Action %1").arg(index)));
         }
         QVERIFY(list());
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         for (int index = 0; index < 8; ++index) {
             m_client->run(ids.at(index));
         }
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")).count(u'\n'), 8, generousMs);
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")).count(u'\n'), 8, generousMs);
         m_client->run(ids.at(8));
         QCOMPARE(failure(),
                  QStringLiteral("“Action 8” did not run. The host is running as many plugins as it "
@@ -250,7 +249,7 @@ private Q_SLOTS:
     {
         const QString id = newAction(QStringLiteral("Road Trip"));
         QVERIFY(list());
-        QVERIFY(HostStorage(dataDirectory()).deleteAction(id));
+        QVERIFY(HostStorage(m_stub->dataDirectory()).deleteAction(id));
         QSignalSpy listed(m_client.get(), &ActionsClient::listed);
         m_client->edit(id);
         QCOMPARE(failure(),
@@ -296,18 +295,9 @@ private Q_SLOTS:
     }
 
 private:
-    QString dataDirectory() const { return path(QStringLiteral("data")); }
-    QString path(const QString& name) const { return m_directory->filePath(name); }
-
-    QString contents(const QString& name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
-
     QString newAction(const QString& title, const QString& executable = {})
     {
-        HostStorage storage(dataDirectory());
+        HostStorage storage(m_stub->dataDirectory());
         if (!executable.isEmpty()) {
             storage.recordPlugin({QStringLiteral("other"), executable});
             return storage.createAction(QStringLiteral("other"), title);
@@ -345,8 +335,7 @@ private:
         QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
     }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<HeldLaunches> m_held;
+    std::unique_ptr<StubLaunches> m_stub;
     std::unique_ptr<HostProcess> m_host;
     std::unique_ptr<ActionsClient> m_client;
     std::unique_ptr<QSignalSpy> m_failures;

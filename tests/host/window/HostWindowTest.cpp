@@ -5,11 +5,11 @@
 #include "HostWindow.h"
 #include "ActionsClient.h"
 #include "ActivatedHost.h"
-#include "HeldLaunches.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
 #include "MessageArea.h"
 #include "MpdTestServer.h"
+#include "StubLaunches.h"
 #include "XDisplay.h"
 
 #include <QApplication>
@@ -36,7 +36,7 @@ using VendelSDK::Testing::MpdTestServer;
 
 namespace {
 
-const QString stub = QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
+const QString stub = StubLaunches::stub();
 const QString musicPlugin = QStringLiteral(VENDEL_MUSIC_PLUGIN);
 const QStringList roadTripSongs{QStringLiteral("road/one.wav"), QStringLiteral("road/two.wav")};
 const QStringList focusSongs{QStringLiteral("focus/deep.wav")};
@@ -88,26 +88,21 @@ private Q_SLOTS:
     void init()
     {
         QVERIFY(m_mpd.reset());
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_held = std::make_unique<HeldLaunches>(path(QStringLiteral("hold")));
+        m_stub = std::make_unique<StubLaunches>();
         // What the served host, and the plugins it starts, see: this test's data, display, MPD and stub.
-        QVERIFY(ActivatedHost::setEnvironment({
-            {QStringLiteral("VENDEL_HOST_DATA_DIR"), dataDirectory()},
+        auto environment = m_stub->environment();
+        environment.insert({
+            {QStringLiteral("VENDEL_HOST_DATA_DIR"), m_stub->dataDirectory()},
             {QStringLiteral("DISPLAY"), m_displayName},
             {QStringLiteral("XDG_RUNTIME_DIR"), m_runtime.path()},
             {QStringLiteral("MPD_HOST"), m_mpd.socketPath()},
             {QStringLiteral("VENDEL_MUSIC"), QStringLiteral("mpd")},
-            {QStringLiteral("VENDEL_STUB_RECORD"), path(QStringLiteral("record"))},
-            {QStringLiteral("VENDEL_STUB_DONE"), path(QStringLiteral("done"))},
-            {QStringLiteral("VENDEL_STUB_HOLD"), m_held->path()},
-        }));
-        {
-            HostStorage storage(dataDirectory());
-            storage.recordPlugin(
-                {QStringLiteral("stub"), stub, QStringLiteral("Stub Player"), QStringLiteral("stub-player")});
-            storage.recordPlugin({QStringLiteral("vendel-music-plugin"), musicPlugin,
-                                  QStringLiteral("Vendel Music"), QStringLiteral("vendel-music-plugin")});
-        }
+        });
+        QVERIFY(ActivatedHost::setEnvironment(environment));
+        m_stub->installStub();
+        HostStorage(m_stub->dataDirectory())
+            .recordPlugin({QStringLiteral("vendel-music-plugin"), musicPlugin, QStringLiteral("Vendel Music"),
+                           QStringLiteral("vendel-music-plugin")});
         QVERIFY(!HostProcess::isHostOnBus());
         m_client = std::make_unique<ActionsClient>(QDBusConnection::sessionBus());
         m_window = std::make_unique<HostWindow>(*m_client);
@@ -129,8 +124,7 @@ private Q_SLOTS:
         }
         m_plugins.clear();
         QVERIFY(ActivatedHost::stop());
-        m_held.reset();
-        m_directory.reset();
+        m_stub.reset();
     }
 
     void makesAnActionWithATitleAndOpensItsEditor()
@@ -144,12 +138,12 @@ private Q_SLOTS:
         QVERIFY(m_keyboard.press(
             dialog, {QStringLiteral("shift+Tab"), QStringLiteral("Home"), QStringLiteral("Return")}));
 
-        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(dataDirectory()).actions().size(), 1, generousMs);
-        const HostStorage::Action made = HostStorage(dataDirectory()).actions().constFirst();
+        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(m_stub->dataDirectory()).actions().size(), 1, generousMs);
+        const HostStorage::Action made = HostStorage(m_stub->dataDirectory()).actions().constFirst();
         QCOMPARE(made.ownTitle, QStringLiteral("Road Trip"));
         QCOMPARE(made.plugin, QStringLiteral("stub"));
         // The plugin's editor was opened for it, as `action new` does.
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")),
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
                                   QStringLiteral("vendelplugin://edit/%1\n").arg(made.id), generousMs);
         QVERIFY(showsTitles({QStringLiteral("Road Trip")}));
         QTRY_COMPARE_WITH_TIMEOUT(m_window->currentAction(), made.id, generousMs);
@@ -157,8 +151,8 @@ private Q_SLOTS:
 
     void renamesAnActionInPlace()
     {
-        const QString id =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Focus"));
+        const QString id = HostStorage(m_stub->dataDirectory())
+                               .createAction(QStringLiteral("stub"), QStringLiteral("Focus"));
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Focus")}));
         QVERIFY(press({QStringLiteral("F2")}));
@@ -166,7 +160,7 @@ private Q_SLOTS:
         QVERIFY(press({QStringLiteral("ctrl+a")}));
         QVERIFY(m_keyboard.type(m_windowId, QStringLiteral("Deep Focus")));
         QVERIFY(press({QStringLiteral("Return")}));
-        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(dataDirectory()).action(id)->ownTitle,
+        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(m_stub->dataDirectory()).action(id)->ownTitle,
                                   QStringLiteral("Deep Focus"), generousMs);
         QVERIFY(showsTitles({QStringLiteral("Deep Focus")}));
 
@@ -174,10 +168,11 @@ private Q_SLOTS:
         QVERIFY(press({QStringLiteral("F2")}));
         QTRY_VERIFY_WITH_TIMEOUT(qobject_cast<QLineEdit*>(QApplication::focusWidget()), generousMs);
         QVERIFY(press({QStringLiteral("ctrl+a"), QStringLiteral("BackSpace"), QStringLiteral("Return")}));
-        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(dataDirectory()).action(id)->ownTitle, QString(), generousMs);
+        QTRY_COMPARE_WITH_TIMEOUT(HostStorage(m_stub->dataDirectory()).action(id)->ownTitle, QString(),
+                                  generousMs);
         QVERIFY(showsTitles({QStringLiteral("Stub Player 1")}));
         // Renaming starts no plugin.
-        QCOMPARE(contents(QStringLiteral("record")), QString());
+        QCOMPARE(m_stub->contents(QStringLiteral("record")), QString());
         QCOMPARE(m_window->messages()->messages(), QStringList());
     }
 
@@ -196,7 +191,7 @@ private Q_SLOTS:
         QVERIFY(status->random);
         QCOMPARE(m_mpd.queue().value_or(QStringList{}), roadTripSongs);
         // The plugin read its record through the host and wrote it back unchanged as it ended.
-        QCOMPARE(QJsonDocument::fromJson(HostStorage(dataDirectory()).action(id)->config.toUtf8()),
+        QCOMPARE(QJsonDocument::fromJson(HostStorage(m_stub->dataDirectory()).action(id)->config.toUtf8()),
                  QJsonDocument::fromJson(playRoadTrip.toUtf8()));
         QCOMPARE(m_window->messages()->messages(), QStringList());
     }
@@ -216,15 +211,15 @@ private Q_SLOTS:
         // Ended as a desktop ends it, the editor writes what it shows back: the record as it was.
         ::kill(pid_t(pid), SIGTERM);
         QTRY_VERIFY_WITH_TIMEOUT(hasEnded(pid), generousMs);
-        QCOMPARE(QJsonDocument::fromJson(HostStorage(dataDirectory()).action(id)->config.toUtf8()),
+        QCOMPARE(QJsonDocument::fromJson(HostStorage(m_stub->dataDirectory()).action(id)->config.toUtf8()),
                  QJsonDocument::fromJson(playRoadTrip.toUtf8()));
         QCOMPARE(m_mpd.status().value_or(MpdTestServer::Status{}).state, QStringLiteral("stop"));
     }
 
     void deleteCancelledKeepsTheAction()
     {
-        const QString id =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Old Mix"));
+        const QString id = HostStorage(m_stub->dataDirectory())
+                               .createAction(QStringLiteral("stub"), QStringLiteral("Old Mix"));
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Old Mix")}));
         QVERIFY(press({QStringLiteral("Delete")}));
@@ -235,15 +230,15 @@ private Q_SLOTS:
         // The host is asked once more, and still has it.
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Old Mix")}));
-        QVERIFY(HostStorage(dataDirectory()).action(id));
+        QVERIFY(HostStorage(m_stub->dataDirectory()).action(id));
     }
 
     void deleteConfirmedRemovesTheAction()
     {
         const QString kept =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Kept"));
-        const QString id =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Old Mix"));
+            HostStorage(m_stub->dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Kept"));
+        const QString id = HostStorage(m_stub->dataDirectory())
+                               .createAction(QStringLiteral("stub"), QStringLiteral("Old Mix"));
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Kept"), QStringLiteral("Old Mix")}));
         QVERIFY(press({QStringLiteral("Down")}));
@@ -252,28 +247,29 @@ private Q_SLOTS:
         const QString question = deleteQuestion(QStringLiteral("Delete “Old Mix”?"));
         QVERIFY(!question.isEmpty());
         QVERIFY(m_keyboard.press(question, {QStringLiteral("alt+d")}));
-        QTRY_VERIFY_WITH_TIMEOUT(!HostStorage(dataDirectory()).action(id), generousMs);
-        QVERIFY(HostStorage(dataDirectory()).action(kept));
+        QTRY_VERIFY_WITH_TIMEOUT(!HostStorage(m_stub->dataDirectory()).action(id), generousMs);
+        QVERIFY(HostStorage(m_stub->dataDirectory()).action(kept));
         QVERIFY(showsTitles({QStringLiteral("Kept")}));
-        QCOMPARE(contents(QStringLiteral("record")), QString());
+        QCOMPARE(m_stub->contents(QStringLiteral("record")), QString());
     }
 
     void aPluginsPreferencesOpen()
     {
-        HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Road Trip"));
+        HostStorage(m_stub->dataDirectory())
+            .createAction(QStringLiteral("stub"), QStringLiteral("Road Trip"));
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Road Trip")}));
         QVERIFY(press({QStringLiteral("ctrl+comma")}));
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")),
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
                                   QStringLiteral("vendelplugin://configure\n"), generousMs);
     }
 
     void aRemovedExecutableIsNamedInTheWindow()
     {
-        const QString copy = path(QStringLiteral("copied-plugin"));
+        const QString copy = m_stub->path(QStringLiteral("copied-plugin"));
         QVERIFY(QFile::copy(stub, copy));
         {
-            HostStorage storage(dataDirectory());
+            HostStorage storage(m_stub->dataDirectory());
             storage.recordPlugin({QStringLiteral("copied"), copy});
             storage.createAction(QStringLiteral("copied"), QStringLiteral("Gone Tune"));
         }
@@ -293,12 +289,12 @@ private Q_SLOTS:
     void aSecondRunOfAHeldActionIsRefusedAndTheWindowGoesOn()
     {
         const QString id =
-            HostStorage(dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Held"));
+            HostStorage(m_stub->dataDirectory()).createAction(QStringLiteral("stub"), QStringLiteral("Held"));
         QVERIFY(press({QStringLiteral("F5")}));
         QVERIFY(showsTitles({QStringLiteral("Held")}));
-        QVERIFY(m_held->hold());
+        QVERIFY(m_stub->held().hold());
         QVERIFY(press({QStringLiteral("Return")}));
-        QTRY_COMPARE_WITH_TIMEOUT(contents(QStringLiteral("record")),
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
                                   QStringLiteral("vendelplugin://run/%1\n").arg(id), generousMs);
         QVERIFY(press({QStringLiteral("Return")}));
         QTRY_COMPARE_WITH_TIMEOUT(
@@ -312,19 +308,19 @@ private Q_SLOTS:
         QVERIFY(showsTitles({}));
         QVERIFY(press({QStringLiteral("Escape")}));
         QVERIFY(showsTitles({QStringLiteral("Held")}));
-        QCOMPARE(contents(QStringLiteral("done")), QString());
-        m_held->release();
+        QCOMPARE(m_stub->contents(QStringLiteral("done")), QString());
+        m_stub->held().release();
         QTRY_COMPARE_WITH_TIMEOUT(m_window->statusBar()->currentMessage(), QStringLiteral("“Held” has run."),
                                   generousMs);
-        QCOMPARE(contents(QStringLiteral("record")).count(u'\n'), 1);
+        QCOMPARE(m_stub->contents(QStringLiteral("record")).count(u'\n'), 1);
     }
 
     void titlesAreShownAsPlainText()
     {
         const QString markup = QStringLiteral("<b>Bold</b> & <i>Loud</i>");
         {
-            HostStorage storage(dataDirectory());
-            storage.recordPlugin({QStringLiteral("missing"), path(QStringLiteral("missing"))});
+            HostStorage storage(m_stub->dataDirectory());
+            storage.recordPlugin({QStringLiteral("missing"), m_stub->path(QStringLiteral("missing"))});
             storage.createAction(QStringLiteral("missing"), markup);
         }
         QVERIFY(press({QStringLiteral("F5")}));
@@ -340,18 +336,9 @@ private Q_SLOTS:
     }
 
 private:
-    QString dataDirectory() const { return path(QStringLiteral("data")); }
-    QString path(const QString& name) const { return m_directory->filePath(name); }
-
-    QString contents(const QString& name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
-
     QString musicAction(const QString& title, const QString& config)
     {
-        HostStorage storage(dataDirectory());
+        HostStorage storage(m_stub->dataDirectory());
         const QString id = storage.createAction(QStringLiteral("vendel-music-plugin"), title);
         storage.setConfig(id, config);
         return id;
@@ -429,8 +416,7 @@ private:
     QString m_displayName;
     MpdTestServer m_mpd;
     QTemporaryDir m_runtime;
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<HeldLaunches> m_held;
+    std::unique_ptr<StubLaunches> m_stub;
     std::unique_ptr<ActionsClient> m_client;
     std::unique_ptr<HostWindow> m_window;
     QString m_windowId;
