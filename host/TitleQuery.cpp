@@ -1,6 +1,8 @@
 // Folding turns both sides into one spelling, so matching is a plain search for each word.
 #include "TitleQuery.h"
 
+#include <QLocale>
+
 namespace VendelHost {
 
 TitleQuery::TitleQuery(const QString& text)
@@ -20,16 +22,51 @@ TitleQuery::TitleQuery(const QString& text)
 
 bool TitleQuery::matches(const QString& title) const
 {
+    return m_words.isEmpty() || rank(title).has_value();
+}
+
+std::optional<TitleQuery::Rank> TitleQuery::rank(const QString& title) const
+{
     if (m_words.isEmpty()) {
-        return true;
+        return std::nullopt;
     }
-    const QString folded = fold(title);
+    const QString folded = TitleQuery(title).words().join(u' ');
+    bool everyAtWordStart = true;
     for (const QString& word : m_words) {
-        if (!folded.contains(word)) {
-            return false;
+        qsizetype at = folded.indexOf(word);
+        if (at < 0) {
+            return std::nullopt;
+        }
+        // Any of the word's places may be a word's start: "mix" in "remix mix".
+        while (at > 0 && folded.at(at - 1).isLetterOrNumber()) {
+            at = folded.indexOf(word, at + 1);
+            if (at < 0) {
+                everyAtWordStart = false;
+                break;
+            }
         }
     }
-    return true;
+    const QString query = m_words.join(u' ');
+    if (folded == query) {
+        return Rank::Exact;
+    }
+    if (folded.startsWith(query)) {
+        return Rank::Prefix;
+    }
+    return everyAtWordStart ? Rank::WordStart : Rank::Substring;
+}
+
+QCollator TitleQuery::titleOrder()
+{
+    QLocale locale;
+    // Under the C locale Qt compares code units, which no person means; the root order serves them then.
+    if (locale.language() == QLocale::C) {
+        locale = QLocale(QLocale::English, QLocale::UnitedStates);
+    }
+    QCollator collator(locale);
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    return collator;
 }
 
 QString TitleQuery::fold(const QString& text)

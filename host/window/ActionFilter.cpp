@@ -1,21 +1,14 @@
-// Titles sort in the user's language with numbers by value ("Mix 2" before "Mix 10"); equal titles keep the
-// order the actions were made in.
+// Titles sort as people sort words (TitleQuery::titleOrder); equal titles keep the order the actions were
+// made in.
 #include "ActionFilter.h"
 
 #include "ActionListModel.h"
 
 namespace VendelHost {
 
-ActionFilter::ActionFilter(QObject* parent) : QSortFilterProxyModel(parent)
+ActionFilter::ActionFilter(QObject* parent)
+    : QSortFilterProxyModel(parent), m_collator(TitleQuery::titleOrder())
 {
-    QLocale locale;
-    // Under the C locale Qt compares code units, which no person means; the root order serves them then.
-    if (locale.language() == QLocale::C) {
-        locale = QLocale(QLocale::English, QLocale::UnitedStates);
-    }
-    m_collator = QCollator(locale);
-    m_collator.setNumericMode(true);
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
     setSortRole(Qt::DisplayRole);
     setDynamicSortFilter(true);
     sort(ActionListModel::TitleColumn);

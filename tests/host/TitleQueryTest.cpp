@@ -77,6 +77,54 @@ private Q_SLOTS:
         QCOMPARE(TitleQuery(query).matches(title), matches);
     }
 
+    void titlesAreRankedExactPrefixWordStartSubstring_data()
+    {
+        QTest::addColumn<QString>("query");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<int>("rank");
+        const int none = -1;
+        const auto rank = [](TitleQuery::Rank value) { return int(value); };
+        QTest::newRow("exact, other case")
+            << QStringLiteral("ROAD TRIP") << QStringLiteral("Road Trip") << rank(TitleQuery::Rank::Exact);
+        QTest::newRow("exact, accents and spaces aside")
+            << QStringLiteral("cafe  del mar") << QStringLiteral(" Café del\tMar ")
+            << rank(TitleQuery::Rank::Exact);
+        QTest::newRow("prefix") << QStringLiteral("road") << QStringLiteral("Road Trip")
+                                << rank(TitleQuery::Rank::Prefix);
+        QTest::newRow("prefix of two words")
+            << QStringLiteral("road tr") << QStringLiteral("Road Trip") << rank(TitleQuery::Rank::Prefix);
+        QTest::newRow("prefix inside the first word")
+            << QStringLiteral("ro") << QStringLiteral("Road Trip") << rank(TitleQuery::Rank::Prefix);
+        QTest::newRow("word start") << QStringLiteral("trip") << QStringLiteral("Road Trip")
+                                    << rank(TitleQuery::Rank::WordStart);
+        QTest::newRow("words in another order") << QStringLiteral("trip road") << QStringLiteral("Road Trip")
+                                                << rank(TitleQuery::Rank::WordStart);
+        QTest::newRow("word start after punctuation")
+            << QStringLiteral("trip") << QStringLiteral("Road-Trip") << rank(TitleQuery::Rank::WordStart);
+        QTest::newRow("a later place starts a word")
+            << QStringLiteral("mix") << QStringLiteral("Remix Mix") << rank(TitleQuery::Rank::WordStart);
+        QTest::newRow("substring") << QStringLiteral("oad") << QStringLiteral("Road Trip")
+                                   << rank(TitleQuery::Rank::Substring);
+        QTest::newRow("one word inside another") << QStringLiteral("trip mix") << QStringLiteral("Trip Remix")
+                                                 << rank(TitleQuery::Rank::Substring);
+        QTest::newRow("Greek word start without accents")
+            << QStringLiteral("νυχτα") << QStringLiteral("Μουσική Νύχτα")
+            << rank(TitleQuery::Rank::WordStart);
+        QTest::newRow("Cyrillic exact")
+            << QStringLiteral("ЁЛКА") << QStringLiteral("ёлка") << rank(TitleQuery::Rank::Exact);
+        QTest::newRow("a missing word") << QStringLiteral("road jazz") << QStringLiteral("Road Trip") << none;
+        QTest::newRow("empty query ranks nothing") << QString() << QStringLiteral("Road Trip") << none;
+    }
+
+    void titlesAreRankedExactPrefixWordStartSubstring()
+    {
+        QFETCH(QString, query);
+        QFETCH(QString, title);
+        QFETCH(int, rank);
+        const auto ranked = TitleQuery(query).rank(title);
+        QCOMPARE(ranked ? int(*ranked) : -1, rank);
+    }
+
     void wordsAreSplitAtAnyWhiteSpace()
     {
         QCOMPARE(TitleQuery(QStringLiteral("a\tb\u00a0c\u3000d")).words(),
