@@ -5,8 +5,8 @@
 #include "HostError.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
@@ -16,9 +16,8 @@ namespace VendelHost {
 
 QString WindowCommand::executable()
 {
-    return QFileInfo(QCoreApplication::applicationDirPath() + u'/' +
-                     QLatin1String(VENDEL_HOST_WINDOW_RELATIVE_PATH))
-        .absoluteFilePath();
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + u'/' +
+                           QLatin1String(VENDEL_HOST_WINDOW_RELATIVE_PATH));
 }
 
 void WindowCommand::exec(const QString& filter)
