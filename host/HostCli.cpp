@@ -3,9 +3,11 @@
 
 #include "CommandArguments.h"
 #include "CommandUrlHandler.h"
+#include "DesktopSearch.h"
 #include "HostError.h"
 #include "HostInput.h"
 #include "HostService.h"
+#include "HostTranslations.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
 #include "WindowCommand.h"
@@ -478,6 +480,9 @@ int HostCli::serve()
 {
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
+    // What the served host says to people (KRunner's action, the desktop's notifications) is in their
+    // language.
+    HostTranslations::install();
     HostService service(storage(HostStorage::Access::ReadWrite));
     // A launch's failure goes to its caller in a signal, and to the service's log for whoever looks later.
     QObject::connect(
@@ -488,6 +493,11 @@ int HostCli::serve()
             }
         });
     QDBusConnection bus = QDBusConnection::sessionBus();
+    // KRunner and GNOME Shell find the actions at their own paths on the host's name, so they are there
+    // first.
+    DesktopSearch search(service.storage(), service.launches(), bus,
+                         [this](const QString& text) { m_err << "vendel-host: " << text << Qt::endl; });
+    search.registerOn(bus);
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.
     QTimer busWatch;

@@ -37,21 +37,6 @@
         <translation>„%1“ konnte nicht gelöscht werden.</translation>
     </message>
     <message>
-        <source>“%1” did not run.</source>
-        <extracomment>Failure headline of a run that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
-        <translation>„%1“ wurde nicht ausgeführt.</translation>
-    </message>
-    <message>
-        <source>“%1” could not be opened in its editor.</source>
-        <extracomment>Failure headline of an edit that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
-        <translation>„%1“ konnte nicht im Editor geöffnet werden.</translation>
-    </message>
-    <message>
-        <source>The preferences of %1 could not be opened.</source>
-        <extracomment>Failure headline of opening a plugin&apos;s preferences; %1 is the plugin&apos;s display name</extracomment>
-        <translation>Die Einstellungen von %1 konnten nicht geöffnet werden.</translation>
-    </message>
-    <message>
         <source>Running “%1”…</source>
         <extracomment>Status bar while a run is under way; %1 is the action&apos;s title</extracomment>
         <translation>„%1“ wird ausgeführt …</translation>
@@ -61,60 +46,13 @@
         <extracomment>Status bar after a run ended well; %1 is the action&apos;s title</extracomment>
         <translation>„%1“ wurde ausgeführt.</translation>
     </message>
+</context>
+<context>
+    <name>VendelHost::DesktopNotifications</name>
     <message>
-        <source>“%1” failed: its plugin ended with exit status %2.</source>
-        <extracomment>A run ended with a failure status; %1 is the action&apos;s title, %2 the status (a number)</extracomment>
-        <translation>„%1“ ist fehlgeschlagen: Das Plugin endete mit dem Exit-Status %2.</translation>
-    </message>
-    <message>
-        <source>“%1” did not finish by itself.</source>
-        <extracomment>A run crashed or was stopped at the time limit; the host&apos;s own sentence saying which follows</extracomment>
-        <translation>„%1“ wurde nicht von selbst beendet.</translation>
-    </message>
-    <message>
-        <source>The editor of “%1” ended with a failure.</source>
-        <extracomment>An editor&apos;s process failed; %1 is the action&apos;s title; the host&apos;s own sentence follows</extracomment>
-        <translation>Der Editor von „%1“ endete mit einem Fehler.</translation>
-    </message>
-    <message>
-        <source>The preferences of %1 ended with a failure.</source>
-        <extracomment>A preferences window&apos;s process failed; %1 is the plugin&apos;s display name; the host&apos;s sentence follows</extracomment>
-        <translation>Die Einstellungen von %1 endeten mit einem Fehler.</translation>
-    </message>
-    <message>
-        <source>It is still running; it can run again when this run has ended.</source>
-        <extracomment>Reason: the action&apos;s earlier run is under way (one run of an action at a time)</extracomment>
-        <translation>Die Aktion läuft noch; sie kann erneut ausgeführt werden, wenn dieser Lauf beendet ist.</translation>
-    </message>
-    <message>
-        <source>The host is running as many plugins as it runs at once; try again when one has ended.</source>
-        <extracomment>Reason: the host&apos;s limit on plugins running at once is reached</extracomment>
-        <translation>Der Host führt bereits so viele Plugins aus, wie er gleichzeitig ausführt; versuchen Sie es erneut, wenn eines beendet ist.</translation>
-    </message>
-    <message>
-        <source>It no longer exists.</source>
-        <extracomment>Reason: the action was deleted meanwhile, for example from the command line</extracomment>
-        <translation>Die Aktion existiert nicht mehr.</translation>
-    </message>
-    <message>
-        <source>Its plugin %1 is not installed; plugins install themselves when started on their own.</source>
-        <extracomment>Reason: %1 is the plugin&apos;s name (its executable&apos;s file name)</extracomment>
-        <translation>Ihr Plugin %1 ist nicht installiert; Plugins installieren sich selbst, wenn sie eigenständig gestartet werden.</translation>
-    </message>
-    <message>
-        <source>Its plugin&apos;s executable %1 is missing; install the plugin again.</source>
-        <extracomment>Reason: %1 is the path of the plugin&apos;s executable</extracomment>
-        <translation>Die ausführbare Datei %1 ihres Plugins fehlt; installieren Sie das Plugin erneut.</translation>
-    </message>
-    <message>
-        <source>Its plugin&apos;s executable %1 cannot be run.</source>
-        <extracomment>Reason: %1 is the path of the plugin&apos;s executable, which exists but is no program</extracomment>
-        <translation>Die ausführbare Datei %1 ihres Plugins kann nicht ausgeführt werden.</translation>
-    </message>
-    <message>
-        <source>The host could not be reached: %1</source>
-        <extracomment>Reason: the served host did not answer on the session bus; %1 is the bus&apos;s error message (English)</extracomment>
-        <translation>Der Host war nicht erreichbar: %1</translation>
+        <source>Vendel Actions</source>
+        <extracomment>The application&apos;s name that the desktop shows with a notification of a failed launch</extracomment>
+        <translation>Vendel-Aktionen</translation>
     </message>
 </context>
 <context>
@@ -233,6 +171,87 @@
         <source>&amp;Refresh</source>
         <extracomment>View menu: ask the host for the actions again (F5)</extracomment>
         <translation>A&amp;ktualisieren</translation>
+    </message>
+</context>
+<context>
+    <name>VendelHost::KRunnerService</name>
+    <message>
+        <source>Edit</source>
+        <extracomment>KRunner&apos;s action that opens the action&apos;s plugin&apos;s editor, offered beside every match</extracomment>
+        <translation>Bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>VendelHost::LaunchMessages</name>
+    <message>
+        <source>“%1” did not run.</source>
+        <extracomment>Headline of a run that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
+        <translation>„%1“ wurde nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be opened in its editor.</source>
+        <extracomment>Headline of an edit that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
+        <translation>„%1“ konnte nicht im Editor geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>The preferences of %1 could not be opened.</source>
+        <extracomment>Headline of a plugin&apos;s preferences that did not open; %1 is the plugin&apos;s display name</extracomment>
+        <translation>Die Einstellungen von %1 konnten nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>“%1” failed: its plugin ended with exit status %2.</source>
+        <extracomment>A run ended with a failure status; %1 is the action&apos;s title, %2 the status (a number)</extracomment>
+        <translation>„%1“ ist fehlgeschlagen: Das Plugin endete mit dem Exit-Status %2.</translation>
+    </message>
+    <message>
+        <source>“%1” did not finish by itself.</source>
+        <extracomment>A run crashed or was stopped at the time limit; the host&apos;s own sentence saying which follows</extracomment>
+        <translation>„%1“ wurde nicht von selbst beendet.</translation>
+    </message>
+    <message>
+        <source>The editor of “%1” ended with a failure.</source>
+        <extracomment>An editor&apos;s process failed; %1 is the action&apos;s title; the host&apos;s own sentence follows</extracomment>
+        <translation>Der Editor von „%1“ endete mit einem Fehler.</translation>
+    </message>
+    <message>
+        <source>The preferences of %1 ended with a failure.</source>
+        <extracomment>A preferences window&apos;s process failed; %1 is the plugin&apos;s display name; the host&apos;s sentence follows</extracomment>
+        <translation>Die Einstellungen von %1 endeten mit einem Fehler.</translation>
+    </message>
+    <message>
+        <source>It is still running; it can run again when this run has ended.</source>
+        <extracomment>Reason: the action&apos;s earlier run is under way (one run of an action at a time)</extracomment>
+        <translation>Die Aktion läuft noch; sie kann erneut ausgeführt werden, wenn dieser Lauf beendet ist.</translation>
+    </message>
+    <message>
+        <source>The host is running as many plugins as it runs at once; try again when one has ended.</source>
+        <extracomment>Reason: the host&apos;s limit on plugins running at once is reached</extracomment>
+        <translation>Der Host führt bereits so viele Plugins aus, wie er gleichzeitig ausführt; versuchen Sie es erneut, wenn eines beendet ist.</translation>
+    </message>
+    <message>
+        <source>It no longer exists.</source>
+        <extracomment>Reason: the action was deleted meanwhile, for example from the command line</extracomment>
+        <translation>Die Aktion existiert nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Its plugin %1 is not installed; plugins install themselves when started on their own.</source>
+        <extracomment>Reason: %1 is the plugin&apos;s name (its executable&apos;s file name)</extracomment>
+        <translation>Ihr Plugin %1 ist nicht installiert; Plugins installieren sich selbst, wenn sie eigenständig gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Its plugin&apos;s executable %1 is missing; install the plugin again.</source>
+        <extracomment>Reason: %1 is the path of the plugin&apos;s executable</extracomment>
+        <translation>Die ausführbare Datei %1 ihres Plugins fehlt; installieren Sie das Plugin erneut.</translation>
+    </message>
+    <message>
+        <source>Its plugin&apos;s executable %1 cannot be run.</source>
+        <extracomment>Reason: %1 is the path of the plugin&apos;s executable, which exists but is no program</extracomment>
+        <translation>Die ausführbare Datei %1 ihres Plugins kann nicht ausgeführt werden.</translation>
+    </message>
+    <message>
+        <source>The host could not be reached: %1</source>
+        <extracomment>Reason: the served host did not answer on the session bus; %1 is the bus&apos;s error message (English)</extracomment>
+        <translation>Der Host war nicht erreichbar: %1</translation>
     </message>
 </context>
 <context>

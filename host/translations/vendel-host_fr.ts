@@ -37,21 +37,6 @@
         <translation>«&#xa0;%1&#xa0;» n’a pas pu être supprimée.</translation>
     </message>
     <message>
-        <source>“%1” did not run.</source>
-        <extracomment>Failure headline of a run that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
-        <translation>«&#xa0;%1&#xa0;» n’a pas été lancée.</translation>
-    </message>
-    <message>
-        <source>“%1” could not be opened in its editor.</source>
-        <extracomment>Failure headline of an edit that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
-        <translation>«&#xa0;%1&#xa0;» n’a pas pu être ouverte dans son éditeur.</translation>
-    </message>
-    <message>
-        <source>The preferences of %1 could not be opened.</source>
-        <extracomment>Failure headline of opening a plugin&apos;s preferences; %1 is the plugin&apos;s display name</extracomment>
-        <translation>Les préférences de %1 n’ont pas pu être ouvertes.</translation>
-    </message>
-    <message>
         <source>Running “%1”…</source>
         <extracomment>Status bar while a run is under way; %1 is the action&apos;s title</extracomment>
         <translation>Lancement de «&#xa0;%1&#xa0;»…</translation>
@@ -61,60 +46,13 @@
         <extracomment>Status bar after a run ended well; %1 is the action&apos;s title</extracomment>
         <translation>«&#xa0;%1&#xa0;» s’est exécutée.</translation>
     </message>
+</context>
+<context>
+    <name>VendelHost::DesktopNotifications</name>
     <message>
-        <source>“%1” failed: its plugin ended with exit status %2.</source>
-        <extracomment>A run ended with a failure status; %1 is the action&apos;s title, %2 the status (a number)</extracomment>
-        <translation>«&#xa0;%1&#xa0;» a échoué&#xa0;: son plugin s’est terminé avec le code de sortie %2.</translation>
-    </message>
-    <message>
-        <source>“%1” did not finish by itself.</source>
-        <extracomment>A run crashed or was stopped at the time limit; the host&apos;s own sentence saying which follows</extracomment>
-        <translation>«&#xa0;%1&#xa0;» ne s’est pas terminée d’elle-même.</translation>
-    </message>
-    <message>
-        <source>The editor of “%1” ended with a failure.</source>
-        <extracomment>An editor&apos;s process failed; %1 is the action&apos;s title; the host&apos;s own sentence follows</extracomment>
-        <translation>L’éditeur de «&#xa0;%1&#xa0;» s’est terminé sur un échec.</translation>
-    </message>
-    <message>
-        <source>The preferences of %1 ended with a failure.</source>
-        <extracomment>A preferences window&apos;s process failed; %1 is the plugin&apos;s display name; the host&apos;s sentence follows</extracomment>
-        <translation>Les préférences de %1 se sont terminées sur un échec.</translation>
-    </message>
-    <message>
-        <source>It is still running; it can run again when this run has ended.</source>
-        <extracomment>Reason: the action&apos;s earlier run is under way (one run of an action at a time)</extracomment>
-        <translation>Elle est encore en cours&#xa0;; elle pourra être relancée lorsque cette exécution sera terminée.</translation>
-    </message>
-    <message>
-        <source>The host is running as many plugins as it runs at once; try again when one has ended.</source>
-        <extracomment>Reason: the host&apos;s limit on plugins running at once is reached</extracomment>
-        <translation>L’hôte exécute déjà autant de plugins qu’il en lance à la fois&#xa0;; réessayez lorsque l’un d’eux sera terminé.</translation>
-    </message>
-    <message>
-        <source>It no longer exists.</source>
-        <extracomment>Reason: the action was deleted meanwhile, for example from the command line</extracomment>
-        <translation>Elle n’existe plus.</translation>
-    </message>
-    <message>
-        <source>Its plugin %1 is not installed; plugins install themselves when started on their own.</source>
-        <extracomment>Reason: %1 is the plugin&apos;s name (its executable&apos;s file name)</extracomment>
-        <translation>Son plugin %1 n’est pas installé&#xa0;; les plugins s’installent d’eux-mêmes lorsqu’on les démarre seuls.</translation>
-    </message>
-    <message>
-        <source>Its plugin&apos;s executable %1 is missing; install the plugin again.</source>
-        <extracomment>Reason: %1 is the path of the plugin&apos;s executable</extracomment>
-        <translation>L’exécutable %1 de son plugin est introuvable&#xa0;; réinstallez le plugin.</translation>
-    </message>
-    <message>
-        <source>Its plugin&apos;s executable %1 cannot be run.</source>
-        <extracomment>Reason: %1 is the path of the plugin&apos;s executable, which exists but is no program</extracomment>
-        <translation>L’exécutable %1 de son plugin ne peut pas être lancé.</translation>
-    </message>
-    <message>
-        <source>The host could not be reached: %1</source>
-        <extracomment>Reason: the served host did not answer on the session bus; %1 is the bus&apos;s error message (English)</extracomment>
-        <translation>L’hôte est injoignable&#xa0;: %1</translation>
+        <source>Vendel Actions</source>
+        <extracomment>The application&apos;s name that the desktop shows with a notification of a failed launch</extracomment>
+        <translation>Actions Vendel</translation>
     </message>
 </context>
 <context>
@@ -233,6 +171,87 @@
         <source>&amp;Refresh</source>
         <extracomment>View menu: ask the host for the actions again (F5)</extracomment>
         <translation>&amp;Actualiser</translation>
+    </message>
+</context>
+<context>
+    <name>VendelHost::KRunnerService</name>
+    <message>
+        <source>Edit</source>
+        <extracomment>KRunner&apos;s action that opens the action&apos;s plugin&apos;s editor, offered beside every match</extracomment>
+        <translation>Modifier</translation>
+    </message>
+</context>
+<context>
+    <name>VendelHost::LaunchMessages</name>
+    <message>
+        <source>“%1” did not run.</source>
+        <extracomment>Headline of a run that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
+        <translation>«&#xa0;%1&#xa0;» n’a pas été lancée.</translation>
+    </message>
+    <message>
+        <source>“%1” could not be opened in its editor.</source>
+        <extracomment>Headline of an edit that did not start; %1 is the action&apos;s title; the reason follows</extracomment>
+        <translation>«&#xa0;%1&#xa0;» n’a pas pu être ouverte dans son éditeur.</translation>
+    </message>
+    <message>
+        <source>The preferences of %1 could not be opened.</source>
+        <extracomment>Headline of a plugin&apos;s preferences that did not open; %1 is the plugin&apos;s display name</extracomment>
+        <translation>Les préférences de %1 n’ont pas pu être ouvertes.</translation>
+    </message>
+    <message>
+        <source>“%1” failed: its plugin ended with exit status %2.</source>
+        <extracomment>A run ended with a failure status; %1 is the action&apos;s title, %2 the status (a number)</extracomment>
+        <translation>«&#xa0;%1&#xa0;» a échoué&#xa0;: son plugin s’est terminé avec le code de sortie %2.</translation>
+    </message>
+    <message>
+        <source>“%1” did not finish by itself.</source>
+        <extracomment>A run crashed or was stopped at the time limit; the host&apos;s own sentence saying which follows</extracomment>
+        <translation>«&#xa0;%1&#xa0;» ne s’est pas terminée d’elle-même.</translation>
+    </message>
+    <message>
+        <source>The editor of “%1” ended with a failure.</source>
+        <extracomment>An editor&apos;s process failed; %1 is the action&apos;s title; the host&apos;s own sentence follows</extracomment>
+        <translation>L’éditeur de «&#xa0;%1&#xa0;» s’est terminé sur un échec.</translation>
+    </message>
+    <message>
+        <source>The preferences of %1 ended with a failure.</source>
+        <extracomment>A preferences window&apos;s process failed; %1 is the plugin&apos;s display name; the host&apos;s sentence follows</extracomment>
+        <translation>Les préférences de %1 se sont terminées sur un échec.</translation>
+    </message>
+    <message>
+        <source>It is still running; it can run again when this run has ended.</source>
+        <extracomment>Reason: the action&apos;s earlier run is under way (one run of an action at a time)</extracomment>
+        <translation>Elle est encore en cours&#xa0;; elle pourra être relancée lorsque cette exécution sera terminée.</translation>
+    </message>
+    <message>
+        <source>The host is running as many plugins as it runs at once; try again when one has ended.</source>
+        <extracomment>Reason: the host&apos;s limit on plugins running at once is reached</extracomment>
+        <translation>L’hôte exécute déjà autant de plugins qu’il en lance à la fois&#xa0;; réessayez lorsque l’un d’eux sera terminé.</translation>
+    </message>
+    <message>
+        <source>It no longer exists.</source>
+        <extracomment>Reason: the action was deleted meanwhile, for example from the command line</extracomment>
+        <translation>Elle n’existe plus.</translation>
+    </message>
+    <message>
+        <source>Its plugin %1 is not installed; plugins install themselves when started on their own.</source>
+        <extracomment>Reason: %1 is the plugin&apos;s name (its executable&apos;s file name)</extracomment>
+        <translation>Son plugin %1 n’est pas installé&#xa0;; les plugins s’installent d’eux-mêmes lorsqu’on les démarre seuls.</translation>
+    </message>
+    <message>
+        <source>Its plugin&apos;s executable %1 is missing; install the plugin again.</source>
+        <extracomment>Reason: %1 is the path of the plugin&apos;s executable</extracomment>
+        <translation>L’exécutable %1 de son plugin est introuvable&#xa0;; réinstallez le plugin.</translation>
+    </message>
+    <message>
+        <source>Its plugin&apos;s executable %1 cannot be run.</source>
+        <extracomment>Reason: %1 is the path of the plugin&apos;s executable, which exists but is no program</extracomment>
+        <translation>L’exécutable %1 de son plugin ne peut pas être lancé.</translation>
+    </message>
+    <message>
+        <source>The host could not be reached: %1</source>
+        <extracomment>Reason: the served host did not answer on the session bus; %1 is the bus&apos;s error message (English)</extracomment>
+        <translation>L’hôte est injoignable&#xa0;: %1</translation>
     </message>
 </context>
 <context>

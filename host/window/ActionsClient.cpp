@@ -7,7 +7,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
-#include <QFileInfo>
 
 namespace VendelHost {
 
@@ -192,23 +191,7 @@ void ActionsClient::launch(Verb verb, const QDBusPendingCall& call, const QStrin
                     started(QDBusPendingReply<qulonglong>(*answered).value(), {verb, actionID, label});
                     return;
                 }
-                QString headline;
-                switch (verb) {
-                case Verb::Run:
-                    //: Failure headline of a run that did not start; %1 is the action's title; the
-                    //: reason follows
-                    headline = tr("“%1” did not run.").arg(label);
-                    break;
-                case Verb::Edit:
-                    //: Failure headline of an edit that did not start; %1 is the action's title; the reason
-                    //: follows
-                    headline = tr("“%1” could not be opened in its editor.").arg(label);
-                    break;
-                case Verb::Configure:
-                    //: Failure headline of opening a plugin's preferences; %1 is the plugin's display name
-                    headline = tr("The preferences of %1 could not be opened.").arg(label);
-                    break;
-                }
+                const QString headline = LaunchMessages::notStarted(verb, label);
                 Q_EMIT failed(headline + u' ' + reason(answered->error(), pluginName));
                 if (answered->error().name() == errorName("NoSuchAction")) {
                     refresh();
@@ -257,29 +240,7 @@ void ActionsClient::ended(const Launch& launch, const End& end)
         }
         return;
     }
-    QString headline;
-    switch (launch.verb) {
-    case Verb::Run:
-        if (end.exitStatus > 0) {
-            //: A run ended with a failure status; %1 is the action's title, %2 the status (a number)
-            headline = tr("“%1” failed: its plugin ended with exit status %2.")
-                           .arg(launch.label)
-                           .arg(end.exitStatus);
-        } else {
-            //: A run crashed or was stopped at the time limit; the host's own sentence saying which follows
-            headline = tr("“%1” did not finish by itself.").arg(launch.label);
-        }
-        break;
-    case Verb::Edit:
-        //: An editor's process failed; %1 is the action's title; the host's own sentence follows
-        headline = tr("The editor of “%1” ended with a failure.").arg(launch.label);
-        break;
-    case Verb::Configure:
-        //: A preferences window's process failed; %1 is the plugin's display name; the host's sentence
-        //: follows
-        headline = tr("The preferences of %1 ended with a failure.").arg(launch.label);
-        break;
-    }
+    const QString headline = LaunchMessages::endedBadly(launch.verb, launch.label, end.exitStatus);
     if (launch.verb == Verb::Run) {
         Q_EMIT status(QString());
     }
@@ -291,34 +252,20 @@ QString ActionsClient::reason(const QDBusError& error, const QString& pluginName
 {
     const QString name = error.name();
     if (name == errorName("AlreadyRunning")) {
-        //: Reason: the action's earlier run is under way (one run of an action at a time)
-        return tr("It is still running; it can run again when this run has ended.");
+        return LaunchMessages::stillRunning();
     }
     if (name == errorName("TooManyLaunches")) {
-        //: Reason: the host's limit on plugins running at once is reached
-        return tr("The host is running as many plugins as it runs at once; try again when one has ended.");
+        return LaunchMessages::tooManyPlugins();
     }
     if (name == errorName("NoSuchAction")) {
-        //: Reason: the action was deleted meanwhile, for example from the command line
-        return tr("It no longer exists.");
+        return LaunchMessages::noLongerExists();
     }
     if (name == errorName("NoSuchPlugin")) {
-        //: Reason: %1 is the plugin's name (its executable's file name)
-        return tr("Its plugin %1 is not installed; plugins install themselves when started on their own.")
-            .arg(pluginName);
+        return LaunchMessages::notInstalled(pluginName);
     }
     if (name == errorName("LaunchFailed")) {
-        // The host refuses a plugin whose executable is gone or cannot be run; which one, the file says.
         const auto entry = plugin(pluginName);
-        if (entry && !QFileInfo::exists(entry->path)) {
-            //: Reason: %1 is the path of the plugin's executable
-            return tr("Its plugin's executable %1 is missing; install the plugin again.").arg(entry->path);
-        }
-        if (entry) {
-            //: Reason: %1 is the path of the plugin's executable, which exists but is no program
-            return tr("Its plugin's executable %1 cannot be run.").arg(entry->path);
-        }
-        return error.message();
+        return entry ? LaunchMessages::executableProblem(entry->path) : error.message();
     }
     // The bus's own errors: no host could be started, or it did not answer in time.
     bool unreachable = name.startsWith(QStringLiteral("org.freedesktop.DBus.Error.Spawn"));
@@ -327,8 +274,7 @@ QString ActionsClient::reason(const QDBusError& error, const QString& pluginName
         unreachable = unreachable || error.type() == type;
     }
     if (unreachable) {
-        //: Reason: the served host did not answer on the session bus; %1 is the bus's error message (English)
-        return tr("The host could not be reached: %1").arg(error.message());
+        return LaunchMessages::hostUnreachable(error.message());
     }
     // The host's other refusals (a title it cannot keep, storage that failed) say themselves what happened.
     return error.message();

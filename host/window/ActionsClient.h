@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ActionEntries.h"
+#include "LaunchMessages.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -64,12 +65,7 @@ private Q_SLOTS:
                      int exitStatus, const QString& failure);
 
 private:
-    enum class Verb
-    {
-        Run,
-        Edit,
-        Configure,
-    };
+    using Verb = LaunchMessages::Verb;
     struct Launch
     {
         Verb verb;
