@@ -145,8 +145,10 @@ private Q_SLOTS:
     {
         const QString id = m_ids.value(QStringLiteral("Road Trip"));
         QVERIFY(m_stub->held().hold());
-        // The plugin is held: the answers come while it still runs.
+        // The plugin is held: each answer comes while the plugin still runs.
         QCOMPARE(runnerCall(QStringLiteral("Run"), {id, QString()}).type(), QDBusMessage::ReplyMessage);
+        QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
+                                  QStringLiteral("vendelplugin://run/%1\n").arg(id), generousMs);
         QCOMPARE(runnerCall(QStringLiteral("Run"), {id, QStringLiteral("edit")}).type(),
                  QDBusMessage::ReplyMessage);
         QTRY_COMPARE_WITH_TIMEOUT(m_stub->contents(QStringLiteral("record")),
