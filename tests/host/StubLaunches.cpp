@@ -9,6 +9,13 @@ namespace VendelHost::Testing {
 
 StubLaunches::StubLaunches() : m_held(m_folder.filePath(QStringLiteral("hold"))) {}
 
+StubLaunches::~StubLaunches()
+{
+    for (const QString& variable : environment().keys()) {
+        qunsetenv(variable.toUtf8().constData());
+    }
+}
+
 QString StubLaunches::stub()
 {
     return QStringLiteral(VENDEL_TEST_PLUGIN_STUB);
@@ -25,6 +32,14 @@ QHash<QString, QString> StubLaunches::environment() const
     return {{QStringLiteral("VENDEL_STUB_RECORD"), path(QStringLiteral("record"))},
             {QStringLiteral("VENDEL_STUB_DONE"), path(QStringLiteral("done"))},
             {QStringLiteral("VENDEL_STUB_HOLD"), m_held.path()}};
+}
+
+void StubLaunches::exportEnvironment() const
+{
+    const auto variables = environment();
+    for (auto variable = variables.begin(); variable != variables.end(); ++variable) {
+        qputenv(variable.key().toUtf8().constData(), QFile::encodeName(variable.value()));
+    }
 }
 
 void StubLaunches::installStub() const

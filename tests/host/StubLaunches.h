@@ -14,6 +14,9 @@ class StubLaunches
 {
 public:
     StubLaunches();
+    ~StubLaunches();
+    StubLaunches(const StubLaunches&) = delete;
+    StubLaunches& operator=(const StubLaunches&) = delete;
 
     // The stub plugin's executable.
     static QString stub();
@@ -27,6 +30,9 @@ public:
     HeldLaunches& held() { return m_held; }
     // VENDEL_STUB_RECORD, VENDEL_STUB_DONE and VENDEL_STUB_HOLD, for the stub plugins the host starts.
     QHash<QString, QString> environment() const;
+    // The same in this process's environment, for a host that the test starts itself and that passes its own
+    // on to the plugins; the destructor takes them out again.
+    void exportEnvironment() const;
     // Records the stub in the host's data as the installed plugin "stub", shown as "Stub Player".
     void installStub() const;
 

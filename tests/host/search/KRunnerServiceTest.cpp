@@ -51,10 +51,7 @@ private Q_SLOTS:
     void init()
     {
         m_stub = std::make_unique<StubLaunches>();
-        const auto variables = m_stub->environment();
-        for (auto variable = variables.begin(); variable != variables.end(); ++variable) {
-            qputenv(variable.key().toUtf8().constData(), QFile::encodeName(variable.value()));
-        }
+        m_stub->exportEnvironment();
         m_stub->installStub();
         HostStorage storage(m_stub->dataDirectory());
         for (const QString& title :
@@ -72,8 +69,7 @@ private Q_SLOTS:
         }
         QTRY_VERIFY_WITH_TIMEOUT(!HostProcess::isHostOnBus(), generousMs);
         m_host.reset();
-        for (const char* name : {"VENDEL_STUB_RECORD", "VENDEL_STUB_DONE", "VENDEL_STUB_HOLD",
-                                 "VENDEL_STUB_EXIT", "LC_ALL", "LANGUAGE"}) {
+        for (const char* name : {"VENDEL_STUB_EXIT", "LC_ALL", "LANGUAGE"}) {
             qunsetenv(name);
         }
         qputenv("LC_ALL", "C.UTF-8");

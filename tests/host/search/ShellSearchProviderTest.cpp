@@ -79,8 +79,8 @@ private Q_SLOTS:
         m_stub = std::make_unique<StubLaunches>();
         auto environment = m_stub->environment();
         environment.insert(QStringLiteral("VENDEL_HOST_DATA_DIR"), m_stub->dataDirectory());
-        // The window that LaunchSearch opens shows on this test's X server; the bus, started by the test's runner,
-        // would hand its offscreen platform on.
+        // The window that LaunchSearch opens shows on this test's X server; the bus, started by the test's
+        // runner, would hand its offscreen platform on.
         environment.insert(QStringLiteral("DISPLAY"), m_display.name());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         QVERIFY(ActivatedHost::setEnvironment(environment));

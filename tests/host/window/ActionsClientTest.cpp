@@ -48,11 +48,7 @@ private Q_SLOTS:
     void init()
     {
         m_stub = std::make_unique<StubLaunches>();
-        // The served host passes its environment on to the plugins it starts.
-        const auto variables = m_stub->environment();
-        for (auto variable = variables.begin(); variable != variables.end(); ++variable) {
-            qputenv(variable.key().toUtf8().constData(), QFile::encodeName(variable.value()));
-        }
+        m_stub->exportEnvironment();
         m_stub->installStub();
         m_host = std::make_unique<HostProcess>(m_stub->dataDirectory());
         QVERIFY2(m_host->serve(), qPrintable(m_host->serverOutput()));
@@ -71,8 +67,7 @@ private Q_SLOTS:
         }
         QTRY_VERIFY_WITH_TIMEOUT(!HostProcess::isHostOnBus(), generousMs);
         m_host.reset();
-        for (const char* name : {"VENDEL_STUB_RECORD", "VENDEL_STUB_DONE", "VENDEL_STUB_HOLD",
-                                 "VENDEL_STUB_EXIT", "VENDEL_STUB_CRASH"}) {
+        for (const char* name : {"VENDEL_STUB_EXIT", "VENDEL_STUB_CRASH"}) {
             qunsetenv(name);
         }
         m_stub.reset();
