@@ -3,12 +3,15 @@
 
 #include "CommandArguments.h"
 #include "CommandUrlHandler.h"
+#include "DesktopSearch.h"
 #include "HostError.h"
 #include "HostInput.h"
 #include "HostService.h"
+#include "HostTranslations.h"
 #include "LaunchUrlRouter.h"
 #include "PluginLauncher.h"
 #include "QuitOnSignal.h"
+#include "WindowCommand.h"
 
 #include <QCollator>
 #include <QCoreApplication>
@@ -98,6 +101,10 @@ QString HostCli::usage()
         "                               is: the owner of the action of vendelplugin://run/<id> (and wait,\n"
         "                               as run does) or vendelplugin://edit/<id>, or the plugin that\n"
         "                               vendelplugin://configure/<plugin> names\n"
+        "  window [--filter <text>] [-- <word>...]\n"
+        "                               Show the actions in a window, where they are run, edited,\n"
+        "                               renamed, deleted and made, and plugins' preferences opened;\n"
+        "                               the filter and the words choose which are shown\n"
         "  serve                        Serve org.vendel.Host on the session bus until stopped: the\n"
         "                               plugins' org.vendel.Host1, and org.vendel.Actions1, whose launches\n"
         "                               never wait for a plugin\n"
@@ -212,6 +219,15 @@ int HostCli::dispatch(const QStringList& arguments)
         const QString url =
             parse(rest, QStringLiteral("open <vendel-url | vendelplugin-url>"), 1).operands().constFirst();
         return LaunchUrlRouter::isLaunchUrl(url) ? openLaunchUrl(url) : openCommandUrl(url);
+    }
+    if (command == u"window") {
+        const auto parsed = parse(rest, QStringLiteral("window [--filter <text>] [-- <word>...]"), -1, {},
+                                  {QStringLiteral("--filter")});
+        QStringList words = parsed.operands();
+        if (const auto filter = parsed.value(QStringLiteral("--filter"))) {
+            words.prepend(*filter);
+        }
+        WindowCommand::exec(words.join(u' '));
     }
     if (command == u"serve") {
         parse(rest, QStringLiteral("serve"), 0);
@@ -483,6 +499,9 @@ int HostCli::serve()
 {
     // Signals are caught before the name is claimed: whoever sees the name may already send one.
     QuitOnSignal quitOnSignal;
+    // What the served host says to people (KRunner's action, the desktop's notifications) is in their
+    // language.
+    HostTranslations::install();
     HostService service(storage(HostStorage::Access::ReadWrite));
     // A launch's failure goes to its caller in a signal, and to the service's log for whoever looks later.
     QObject::connect(
@@ -493,6 +512,11 @@ int HostCli::serve()
             }
         });
     QDBusConnection bus = QDBusConnection::sessionBus();
+    // KRunner and GNOME Shell find the actions at their own paths on the host's name, so they are there
+    // first.
+    DesktopSearch search(service.storage(), service.launches(), bus,
+                         [this](const QString& text) { m_err << "vendel-host: " << text << Qt::endl; });
+    search.registerOn(bus);
     service.serveOn(bus);
     // Nobody can reach a host whose bus has gone, as at the end of a session; it ends with it.
     QTimer busWatch;

@@ -53,6 +53,10 @@ public:
     // The reply to a call: the job's values, or its failure as an error that says what went wrong.
     static QDBusMessage replyTo(const QDBusMessage& call, const WriterThread::Outcome& outcome);
 
+    // What the service reads from, and the launches it has started: the desktop's searches use them too.
+    HostStorage& storage() { return m_storage; }
+    Launches& launches() { return m_launches; }
+
     // Exports the object, then claims the name, so a client that sees the name can call at once. Throws
     // HostError when the bus refuses, or another process already serves the name.
     void serveOn(QDBusConnection bus);

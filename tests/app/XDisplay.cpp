@@ -97,10 +97,36 @@ bool XKeyboard::choosePauseInEditor(const QString& window, qint64 pid, int timeo
     return true;
 }
 
+QString XKeyboard::findWindow(qint64 pid, const QString& title) const
+{
+    const QStringList windows = viewableWindows(pid, title);
+    return windows.size() == 1 ? windows.first() : QString();
+}
+
+bool XKeyboard::press(const QString& window, const QStringList& keys) const
+{
+    return xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window}) &&
+           xdotool(QStringList{QStringLiteral("key")} + keys);
+}
+
+bool XKeyboard::type(const QString& window, const QString& text) const
+{
+    return xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window}) &&
+           xdotool({QStringLiteral("type"), QStringLiteral("--"), text});
+}
+
+qint64 XKeyboard::processOf(const QString& window) const
+{
+    QString output;
+    return xdotool({QStringLiteral("getwindowpid"), window}, &output) ? output.trimmed().toLongLong() : 0;
+}
+
 QStringList XKeyboard::viewableWindows(qint64 pid, const QString& title) const
 {
-    QStringList arguments{QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                          QString::number(pid)};
+    QStringList arguments{QStringLiteral("search"), QStringLiteral("--onlyvisible")};
+    if (pid > 0) {
+        arguments += {QStringLiteral("--pid"), QString::number(pid)};
+    }
     if (!title.isEmpty()) {
         // Without --all, xdotool lists windows that meet any one of the conditions.
         arguments += {QStringLiteral("--all"), QStringLiteral("--name"),

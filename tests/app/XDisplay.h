@@ -36,8 +36,17 @@ public:
     explicit XKeyboard(QString display) : m_display(std::move(display)) {}
 
     // The process's viewable window of that title (the whole title) once there is one; empty after
-    // `timeoutMs` without.
+    // `timeoutMs` without. A pid of 0 stands for any process.
     QString waitForWindow(qint64 pid, const QString& title, int timeoutMs) const;
+    // The process's one viewable window of that title now, or empty; for callers that wait in their own
+    // event loop (a window of the caller's own process shows only while its loop runs).
+    QString findWindow(qint64 pid, const QString& title) const;
+    // Gives the window the keyboard, then presses each key (xdotool's names: "ctrl+n", "Return", "F2").
+    bool press(const QString& window, const QStringList& keys) const;
+    // Gives the window the keyboard, then types the text as key presses.
+    bool type(const QString& window, const QString& text) const;
+    // The process that owns the window, or 0.
+    qint64 processOf(const QString& window) const;
     // Chooses the editor's second operation, "Pause", in its operation list: Alt+A (the list's mnemonic),
     // Alt+Down to open it, Down, Return. True once the list's popup has closed again: the choice is made
     // in the same event that closes it, so the editor has taken the change by then.

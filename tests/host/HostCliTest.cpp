@@ -65,6 +65,7 @@ private Q_SLOTS:
                                     "resources",
                                     "open",
                                     "serve",
+                                    "window [--filter <text>] [-- <word>...]",
                                     "org.vendel.Actions1",
                                     "--json",
                                     "1 MiB",
@@ -144,6 +145,10 @@ private Q_SLOTS:
         row("serve with argument", {QStringLiteral("serve"), QStringLiteral("x")},
             "usage: vendel-host serve");
         row("open without url", {QStringLiteral("open")}, "usage: vendel-host open");
+        row("window, unknown option", {QStringLiteral("window"), QStringLiteral("--bogus")},
+            "unknown option \"--bogus\"");
+        row("window, filter without text", {QStringLiteral("window"), QStringLiteral("--filter")},
+            "the option --filter needs a value");
         row("unknown option of run", {QStringLiteral("run"), QStringLiteral("--now"), QStringLiteral("x")},
             "unknown option \"--now\"");
         row("unknown option of config get",

@@ -9,6 +9,7 @@
 #include "HostInput.h"
 #include "HostProcess.h"
 #include "HostStorage.h"
+#include "InterfaceMembers.h"
 #include "XdgDataFolders.h"
 
 #include "TellScriptEngine.h"
@@ -29,7 +30,6 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QXmlStreamReader>
 
 #include <csignal>
 #include <stdexcept>
@@ -83,45 +83,6 @@ qulonglong launchOf(const QDBusMessage& reply)
     return reply.type() == QDBusMessage::ReplyMessage && reply.arguments().size() == 1
                ? reply.arguments().constFirst().toULongLong()
                : 0;
-}
-
-// The methods and signals of one interface in introspection XML, as "method Name(in)(out)" and
-// "signal Name(args)" lines, sorted; annotations and names of arguments left aside.
-QStringList membersOf(const QByteArray& xml, const QString& interface)
-{
-    QStringList members;
-    QXmlStreamReader reader(xml);
-    bool inInterface = false;
-    QString member;
-    QString in;
-    QString out;
-    const auto finish = [&] {
-        if (!member.isEmpty()) {
-            members.append(QStringLiteral("%1(%2)(%3)").arg(member, in, out));
-        }
-        member.clear();
-        in.clear();
-        out.clear();
-    };
-    while (!reader.atEnd()) {
-        reader.readNext();
-        const auto attributes = reader.attributes();
-        if (reader.isStartElement() && reader.name() == u"interface") {
-            inInterface = attributes.value(QLatin1String("name")) == interface;
-        } else if (reader.isEndElement() && reader.name() == u"interface") {
-            inInterface = false;
-        } else if (inInterface && reader.isStartElement() &&
-                   (reader.name() == u"method" || reader.name() == u"signal")) {
-            finish();
-            member = reader.name().toString() + u' ' + attributes.value(QLatin1String("name")).toString();
-        } else if (inInterface && reader.isStartElement() && reader.name() == u"arg") {
-            (attributes.value(QLatin1String("direction")) == u"out" ? out : in) +=
-                attributes.value(QLatin1String("type")).toString();
-        }
-    }
-    finish();
-    members.sort();
-    return reader.hasError() ? QStringList{reader.errorString()} : members;
 }
 
 // The launches' ends as the bus broadcasts them.
@@ -668,12 +629,12 @@ private Q_SLOTS:
         QFETCH(QString, interface);
         QFile description(file);
         QVERIFY(description.open(QIODevice::ReadOnly));
-        const QStringList described = membersOf(description.readAll(), interface);
+        const QStringList described = interfaceMembers(description.readAll(), interface);
         QVERIFY(described.size() > 3);
-        const QDBusMessage introspection = QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
-            QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host"),
-            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect")));
-        QCOMPARE(membersOf(text(introspection).toUtf8(), interface), described);
+        QCOMPARE(interfaceMembers(
+                     introspection(QStringLiteral("org.vendel.Host"), QStringLiteral("/org/vendel/Host")),
+                     interface),
+                 described);
     }
 
     void thePluginFolderIsInTheDataFolder()
