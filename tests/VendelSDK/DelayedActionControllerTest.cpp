@@ -15,20 +15,17 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// When the action ran, in milliseconds of virtual time.
-struct Runs
+// A controller on virtual time, and when its action ran, in milliseconds since the scheduler was made.
+struct Timed
 {
-    explicit Runs(const ManualScheduler& scheduler) : m_scheduler(scheduler) {}
+    explicit Timed(double interval = 1.0)
+        : controller(
+              interval, [this] { ranAt.append(scheduler.elapsed()); }, &scheduler)
+    {}
 
-    std::function<void()> action()
-    {
-        return [this] { at.append(m_scheduler.elapsed()); };
-    }
-
-    QList<std::chrono::milliseconds> at;
-
-private:
-    const ManualScheduler& m_scheduler;
+    ManualScheduler scheduler;
+    QList<std::chrono::milliseconds> ranAt;
+    DelayedActionController controller;
 };
 
 } // namespace
@@ -40,23 +37,21 @@ class DelayedActionControllerTest : public QObject
 private Q_SLOTS:
     void oneCallRunsTheActionOnceAtOneSecond()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(999ms);
-        QVERIFY(runs.at.isEmpty());
+        QVERIFY(ranAt.isEmpty());
         scheduler.advance(1ms);
-        QCOMPARE(runs.at, QList{1000ms});
+        QCOMPARE(ranAt, QList{1000ms});
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1000ms});
+        QCOMPARE(ranAt, QList{1000ms});
     }
 
     void callsAt0And300And600MsRunTheActionOnceAt1600Ms()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(300ms);
         controller.run();
@@ -64,27 +59,25 @@ private Q_SLOTS:
         controller.run();
         // The checks at 1.0 s and 1.3 s find less than a second since the last call.
         scheduler.advance(999ms);
-        QVERIFY(runs.at.isEmpty());
+        QVERIFY(ranAt.isEmpty());
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1600ms});
+        QCOMPARE(ranAt, QList{1600ms});
     }
 
     void twoCallsAtTheSameInstantBothFindASecondElapsedAndRunTheActionTwice()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         controller.run();
         scheduler.advance(60s);
-        QCOMPARE(runs.at, (QList{1000ms, 1000ms}));
+        QCOMPARE(ranAt, (QList{1000ms, 1000ms}));
     }
 
     void mainThreadHeldUpOverASecondLetsAnEarlierCheckRunTheActionToo()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(300ms);
         controller.run();
@@ -92,60 +85,58 @@ private Q_SLOTS:
         // last call is a full second old.
         scheduler.advance(100ms);
         scheduler.holdUp(1400ms);
-        QVERIFY(runs.at.isEmpty());
+        QVERIFY(ranAt.isEmpty());
         scheduler.advance(60s);
-        QCOMPARE(runs.at, (QList{1800ms, 1800ms}));
+        QCOMPARE(ranAt, (QList{1800ms, 1800ms}));
     }
 
     void mainThreadHeldUpLessThanASecondAfterTheLastCallStillRunsTheActionOnce()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(300ms);
         controller.run();
         // Free again at 1.2 s: the first check finds the last call 0.9 s old; the second runs on time.
         scheduler.holdUp(900ms);
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1300ms});
+        QCOMPARE(ranAt, QList{1300ms});
     }
 
     void controllerReleasedBeforeItsCheckNeverRunsItsAction()
     {
         ManualScheduler scheduler;
-        Runs runs(scheduler);
-        auto controller = std::make_unique<DelayedActionController>(1.0, runs.action(), &scheduler);
+        int runs = 0;
+        auto controller = std::make_unique<DelayedActionController>(
+            1.0, [&runs] { ++runs; }, &scheduler);
         controller->run();
         scheduler.advance(500ms);
         controller.reset();
         scheduler.advance(60s);
-        QVERIFY(runs.at.isEmpty());
+        QCOMPARE(runs, 0);
         QCOMPARE(scheduler.pendingTasks(), 0);
     }
 
     void checkFindingExactlyOneSecondSinceTheLastCallRunsTheAction()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(1000ms);
-        QCOMPARE(runs.at, QList{1000ms});
+        QCOMPARE(ranAt, QList{1000ms});
     }
 
     void eachCallSchedulesACheckOfItsOwn()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         for (int call = 0; call < 5; ++call) {
             controller.run();
             scheduler.advance(100ms);
         }
         QCOMPARE(scheduler.pendingTasks(), 5);
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1400ms});
+        QCOMPARE(ranAt, QList{1400ms});
     }
 
     void intervalIsKeptButTheWaitIsAlwaysOneSecond_data()
@@ -158,20 +149,18 @@ private Q_SLOTS:
     void intervalIsKeptButTheWaitIsAlwaysOneSecond()
     {
         QFETCH(double, interval);
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(interval, runs.action(), &scheduler);
+        Timed timed(interval);
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1000ms});
+        QCOMPARE(ranAt, QList{1000ms});
         QCOMPARE(controller.interval, interval);
     }
 
     void lastTimeIsSetByEveryCallAndNeverCleared()
     {
-        ManualScheduler scheduler;
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action(), &scheduler);
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         QVERIFY(!controller.lastTime());
         const auto first = scheduler.now();
         controller.run();
@@ -181,7 +170,7 @@ private Q_SLOTS:
         controller.run();
         QCOMPARE(controller.lastTime(), std::optional(second));
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1250ms});
+        QCOMPARE(ranAt, QList{1250ms});
         QCOMPARE(controller.lastTime(), std::optional(second));
     }
 
@@ -205,12 +194,12 @@ private Q_SLOTS:
     void withoutASchedulerOfItsOwnTheControllerUsesThePlatformsScheduler()
     {
         ManualScheduler& scheduler = ManualScheduler::install();
-        Runs runs(scheduler);
-        DelayedActionController controller(1.0, runs.action());
+        QList<std::chrono::milliseconds> ranAt;
+        DelayedActionController controller(1.0, [&] { ranAt.append(scheduler.elapsed()); });
         controller.run();
         QCOMPARE(scheduler.pendingTasks(), 1);
         scheduler.advance(60s);
-        QCOMPARE(runs.at, QList{1000ms});
+        QCOMPARE(ranAt, QList{1000ms});
         Platform::reset();
     }
 };

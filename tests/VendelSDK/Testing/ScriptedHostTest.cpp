@@ -7,6 +7,8 @@
 #include <VendelSDK/Platform.h>
 #include <VendelSDK/VendelAPI.h>
 
+#include "ErrorCode.h"
+
 #include <QProcess>
 #include <QTest>
 
@@ -36,16 +38,6 @@ ProbeRun runProbe(const QString& function)
     }
     return {probe.exitStatus() == QProcess::NormalExit ? probe.exitCode() : -1,
             QString::fromLocal8Bit(probe.readAll())};
-}
-
-qint64 errorCode(const std::function<void()>& operation)
-{
-    try {
-        operation();
-    } catch (const Error& error) {
-        return error.code();
-    }
-    return -1;
 }
 
 } // namespace
@@ -117,7 +109,7 @@ private Q_SLOTS:
         ScriptedHost host;
         host.install();
         host.expectGetConfig(QStringLiteral("A1"), ScriptedHost::failure());
-        QCOMPARE(errorCode([] { VendelAPI().getConfig(QStringLiteral("A1")); }), qint64(1));
+        QCOMPARE(errorCodeOf([] { VendelAPI().getConfig(QStringLiteral("A1")); }), qint64(1));
         QVERIFY(host.mismatches().isEmpty());
     }
 
@@ -126,7 +118,7 @@ private Q_SLOTS:
         ScriptedHost host;
         host.install();
         host.expectGetConfig(QStringLiteral("A1"), ScriptedHost::nothing());
-        QCOMPARE(errorCode([] { VendelAPI().getConfig(QStringLiteral("A1")); }), qint64(2));
+        QCOMPARE(errorCodeOf([] { VendelAPI().getConfig(QStringLiteral("A1")); }), qint64(2));
     }
 
     void commandUrlsAreRecordedInsteadOfOpened()
@@ -174,7 +166,7 @@ private Q_SLOTS:
             host.install();
             host.allow(prefix + QStringLiteral("install plugin"), ScriptedHost::nothing());
         }
-        QCOMPARE(errorCode([] { VendelAPI().installPlugin(); }), qint64(1));
+        QCOMPARE(errorCodeOf([] { VendelAPI().installPlugin(); }), qint64(1));
     }
 };
 
