@@ -2,6 +2,7 @@
 #include <VendelSDK/Platform.h>
 
 #include <VendelSDK/QtApplicationServices.h>
+#include <VendelSDK/QtScheduler.h>
 #include <VendelSDK/StderrAlertPresenter.h>
 
 #include <optional>
@@ -17,6 +18,7 @@ struct Backends
     std::unique_ptr<ApplicationServices> applicationServices;
     std::unique_ptr<UrlOpener> urlOpener;
     std::optional<Bundle> mainBundle;
+    std::unique_ptr<Scheduler> scheduler;
 };
 
 Backends& backends()
@@ -72,6 +74,15 @@ const Bundle& Platform::mainBundle()
     return *slot;
 }
 
+Scheduler& Platform::scheduler()
+{
+    auto& slot = backends().scheduler;
+    if (!slot) {
+        slot = std::make_unique<QtScheduler>();
+    }
+    return *slot;
+}
+
 void Platform::setScriptEngine(std::unique_ptr<ScriptEngine> engine)
 {
     backends().scriptEngine = std::move(engine);
@@ -95,6 +106,11 @@ void Platform::setUrlOpener(std::unique_ptr<UrlOpener> opener)
 void Platform::setMainBundle(Bundle bundle)
 {
     backends().mainBundle = std::move(bundle);
+}
+
+void Platform::setScheduler(std::unique_ptr<Scheduler> scheduler)
+{
+    backends().scheduler = std::move(scheduler);
 }
 
 void Platform::reset()

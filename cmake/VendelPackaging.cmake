@@ -129,9 +129,14 @@ set(CPACK_DEBIAN_SDKDEV_PACKAGE_DEPENDS
 set(CPACK_DEBIAN_SDKDEV_PACKAGE_SUGGESTS "librsvg2-bin, pkgconf")
 set(CPACK_COMPONENT_SDKDEV_DESCRIPTION "SDK of Vendel plugins - development files
 The headers, the CMake package (find_package(VendelSDK 1), with the targets
-VendelSDK::Core and VendelSDK::Widgets and the function vendel_add_plugin,
-which makes a plugin's executable, desktop entry or macOS bundle) and the
-pkg-config files (vendelsdk, vendelsdk-widgets) of the SDK that plugins of the
-Vendel launcher are built on.")
+VendelSDK::Core, VendelSDK::Widgets and VendelSDK::Testing and the function
+vendel_add_plugin, which makes a plugin's executable, desktop entry or macOS
+bundle) and the pkg-config files (vendelsdk, vendelsdk-widgets,
+vendelsdk-testing) of the SDK that plugins of the Vendel launcher are built on.
+.
+The test kit (libvendelsdk-testing.a) lets a plugin's Qt tests run without a
+host, a display or the real clock: virtual time for the delayed write, a
+scripted host that answers and records the host's commands, recorded alerts,
+and application services that deliver launch URLs and termination.")
 
 include(CPack)

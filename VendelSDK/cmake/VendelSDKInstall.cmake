@@ -1,8 +1,8 @@
 # What `cmake --install` puts where, by component: libvendelsdk (sdk) and libvendelsdk-widgets (sdkwidgets) in
-# the runtime packages, one per SONAME; the headers, the link names, the CMake package with vendel_add_plugin,
-# and the pkg-config files in the development package (sdkdev). Every path in the CMake package and the
-# pkg-config files is relative to the file itself, so the installed tree may be moved (a staging prefix made
-# with dpkg-deb -x, say).
+# the runtime packages, one per SONAME; the headers, the link names, the test kit's archive, the CMake package
+# with vendel_add_plugin, and the pkg-config files in the development package (sdkdev). Every path in the CMake
+# package and the pkg-config files is relative to the file itself, so the installed tree may be moved (a staging
+# prefix made with dpkg-deb -x, say).
 include(CMakePackageConfigHelpers)
 
 set(vendelsdk_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VendelSDK)
@@ -13,8 +13,12 @@ install(TARGETS VendelSDK EXPORT VendelSDKTargets
 install(TARGETS VendelSDKWidgets EXPORT VendelSDKTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT sdkwidgets NAMELINK_COMPONENT sdkdev
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS VendelSDKTesting EXPORT VendelSDKTargets
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT sdkdev
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/VendelSDK/include/VendelSDK
                   ${PROJECT_SOURCE_DIR}/VendelSDK/widgets/include/VendelSDK
+                  ${PROJECT_SOURCE_DIR}/VendelSDK/testing/include/VendelSDK
                   ${PROJECT_BINARY_DIR}/VendelSDK/include/VendelSDK
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT sdkdev
     FILES_MATCHING PATTERN "*.h")
@@ -42,7 +46,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/VendelSDKConfig.cmake ${CMAKE_CURRENT_
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH VENDELSDK_PC_PREFIX_FROM_PCFILEDIR ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" VENDELSDK_PC_PREFIX_FROM_PCFILEDIR "${VENDELSDK_PC_PREFIX_FROM_PCFILEDIR}")
-foreach(pc vendelsdk vendelsdk-widgets)
+foreach(pc vendelsdk vendelsdk-widgets vendelsdk-testing)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/${pc}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc @ONLY)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc DESTINATION ${pkgconfig_dir} COMPONENT sdkdev)
 endforeach()

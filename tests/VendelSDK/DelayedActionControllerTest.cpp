@@ -1,55 +1,31 @@
-// Tests the one-second trailing-edge coalescing of requests, on the main thread, with real and fake clocks.
+// Tests the one-second trailing-edge coalescing of requests in virtual time, where every count is exact.
 #include <VendelSDK/DelayedActionController.h>
 
-#include <QElapsedTimer>
-#include <QSignalSpy>
-#include <QTest>
-#include <QThread>
-#include <QTimer>
+#include <VendelSDK/Platform.h>
+#include <VendelSDK/Testing/ManualScheduler.h>
 
+#include <QTest>
+
+#include <chrono>
 #include <memory>
 
 using namespace VendelSDK;
+using namespace VendelSDK::Testing;
 using namespace std::chrono_literals;
 
 namespace {
 
-// Emits each time the action runs, so that the tests can wait on a signal.
-class ActionProbe : public QObject
+// A controller on virtual time, and when its action ran, in milliseconds since the scheduler was made.
+struct Timed
 {
-    Q_OBJECT
+    explicit Timed(double interval = 1.0)
+        : controller(
+              interval, [this] { ranAt.append(scheduler.elapsed()); }, &scheduler)
+    {}
 
-public:
-    explicit ActionProbe(const QElapsedTimer& clock) : m_clock(clock) {}
-
-    std::function<void()> action()
-    {
-        return [this] {
-            ranAtMs.append(m_clock.elapsed());
-            ranOn = QThread::currentThread();
-            Q_EMIT ran();
-        };
-    }
-
-    QList<qint64> ranAtMs;
-    QThread* ranOn = nullptr;
-
-Q_SIGNALS:
-    void ran();
-
-private:
-    const QElapsedTimer& m_clock;
-};
-
-// A clock that stands still until the test moves it.
-struct ManualClock
-{
-    DelayedActionController::TimePoint now = DelayedActionController::Clock::now();
-
-    std::function<DelayedActionController::TimePoint()> reader()
-    {
-        return [this] { return now; };
-    }
+    ManualScheduler scheduler;
+    QList<std::chrono::milliseconds> ranAt;
+    DelayedActionController controller;
 };
 
 } // namespace
@@ -59,117 +35,108 @@ class DelayedActionControllerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneCallRunsTheActionOnceAboutASecondLaterOnTheMainThread()
+    void oneCallRunsTheActionOnceAtOneSecond()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        DelayedActionController controller(1.0, probe.action());
-        clock.start();
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
-        QCOMPARE(ran.count(), 0);
-        QVERIFY(ran.wait(5000));
-        QVERIFY2(probe.ranAtMs.first() >= 900 && probe.ranAtMs.first() <= 3000,
-                 qPrintable(QString::number(probe.ranAtMs.first())));
-        QCOMPARE(probe.ranOn, QCoreApplication::instance()->thread());
-        QVERIFY(!ran.wait(1200));
-        QCOMPARE(ran.count(), 1);
+        scheduler.advance(999ms);
+        QVERIFY(ranAt.isEmpty());
+        scheduler.advance(1ms);
+        QCOMPARE(ranAt, QList{1000ms});
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1000ms});
     }
 
-    void callsAt0And300And600MsRunTheActionOnceAtAbout1600Ms()
+    void callsAt0And300And600MsRunTheActionOnceAt1600Ms()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        DelayedActionController controller(1.0, probe.action());
-        qint64 lastCallMs = -1;
-        clock.start();
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
-        QTimer::singleShot(300, Qt::PreciseTimer, this, [&] { controller.run(); });
-        QTimer::singleShot(600, Qt::PreciseTimer, this, [&] {
-            lastCallMs = clock.elapsed();
-            controller.run();
-        });
-        QVERIFY(ran.wait(5000));
-        // The checks of the first two calls came first and found a newer call.
-        QVERIFY2(probe.ranAtMs.first() >= 1500 && probe.ranAtMs.first() <= 3500,
-                 qPrintable(QString::number(probe.ranAtMs.first())));
-        QVERIFY(probe.ranAtMs.first() - lastCallMs >= 1000);
-        QVERIFY(!ran.wait(1200));
-        QCOMPARE(ran.count(), 1);
+        scheduler.advance(300ms);
+        controller.run();
+        scheduler.advance(300ms);
+        controller.run();
+        // The checks at 1.0 s and 1.3 s find less than a second since the last call.
+        scheduler.advance(999ms);
+        QVERIFY(ranAt.isEmpty());
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1600ms});
     }
 
-    void twoCallsInImmediateSuccessionCanBothFindASecondElapsedAndRunTheActionTwice()
+    void twoCallsAtTheSameInstantBothFindASecondElapsedAndRunTheActionTwice()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        ManualClock manual;
-        DelayedActionController controller(1.0, probe.action(), manual.reader());
-        clock.start();
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
         controller.run();
-        // By the time the checks run, both calls are a full second old: nothing de-duplicates them.
-        manual.now += 1s;
-        QTRY_COMPARE_WITH_TIMEOUT(ran.count(), 2, 5000);
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, (QList{1000ms, 1000ms}));
     }
 
     void mainThreadHeldUpOverASecondLetsAnEarlierCheckRunTheActionToo()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        DelayedActionController controller(1.0, probe.action());
-        clock.start();
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
-        QTimer::singleShot(300, Qt::PreciseTimer, this, [&] { controller.run(); });
-        // Holds the main thread past both checks' due times (1.0 s and 1.3 s).
-        QTimer::singleShot(400, Qt::PreciseTimer, this, [&] {
-            while (clock.elapsed() < 1800) {
-            }
-        });
-        QTRY_COMPARE_WITH_TIMEOUT(ran.count(), 2, 5000);
-        QVERIFY(probe.ranAtMs.first() >= 1800);
+        scheduler.advance(300ms);
+        controller.run();
+        // Busy from 0.4 s to 1.8 s: the checks due at 1.0 s and 1.3 s both run late, at 1.8 s, when the
+        // last call is a full second old.
+        scheduler.advance(100ms);
+        scheduler.holdUp(1400ms);
+        QVERIFY(ranAt.isEmpty());
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, (QList{1800ms, 1800ms}));
     }
 
-    void checkFindingLessThanASecondSinceTheLastCallDoesNothing()
+    void mainThreadHeldUpLessThanASecondAfterTheLastCallStillRunsTheActionOnce()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        ManualClock manual;
-        DelayedActionController controller(1.0, probe.action(), manual.reader());
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
-        manual.now += 999ms;
-        QVERIFY(!ran.wait(2000));
-        QCOMPARE(ran.count(), 0);
-    }
-
-    void checkFindingExactlyOneSecondSinceTheLastCallRunsTheAction()
-    {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        ManualClock manual;
-        DelayedActionController controller(1.0, probe.action(), manual.reader());
+        scheduler.advance(300ms);
         controller.run();
-        manual.now += 1000ms;
-        QVERIFY(ran.wait(5000));
-        QCOMPARE(ran.count(), 1);
+        // Free again at 1.2 s: the first check finds the last call 0.9 s old; the second runs on time.
+        scheduler.holdUp(900ms);
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1300ms});
     }
 
     void controllerReleasedBeforeItsCheckNeverRunsItsAction()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        auto controller = std::make_unique<DelayedActionController>(1.0, probe.action());
-        clock.start();
+        ManualScheduler scheduler;
+        int runs = 0;
+        auto controller = std::make_unique<DelayedActionController>(
+            1.0, [&runs] { ++runs; }, &scheduler);
         controller->run();
-        QTimer::singleShot(500, this, [&] { controller.reset(); });
-        QVERIFY(!ran.wait(2500));
-        QVERIFY(!controller);
-        QCOMPARE(ran.count(), 0);
+        scheduler.advance(500ms);
+        controller.reset();
+        scheduler.advance(60s);
+        QCOMPARE(runs, 0);
+        QCOMPARE(scheduler.pendingTasks(), 0);
+    }
+
+    void checkFindingExactlyOneSecondSinceTheLastCallRunsTheAction()
+    {
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
+        controller.run();
+        scheduler.advance(1000ms);
+        QCOMPARE(ranAt, QList{1000ms});
+    }
+
+    void eachCallSchedulesACheckOfItsOwn()
+    {
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
+        for (int call = 0; call < 5; ++call) {
+            controller.run();
+            scheduler.advance(100ms);
+        }
+        QCOMPARE(scheduler.pendingTasks(), 5);
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1400ms});
     }
 
     void intervalIsKeptButTheWaitIsAlwaysOneSecond_data()
@@ -182,43 +149,36 @@ private Q_SLOTS:
     void intervalIsKeptButTheWaitIsAlwaysOneSecond()
     {
         QFETCH(double, interval);
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        DelayedActionController controller(interval, probe.action());
-        clock.start();
+        Timed timed(interval);
+        auto& [scheduler, ranAt, controller] = timed;
         controller.run();
-        QVERIFY(ran.wait(6000));
-        QVERIFY2(probe.ranAtMs.first() >= 900 && probe.ranAtMs.first() <= 3000,
-                 qPrintable(QString::number(probe.ranAtMs.first())));
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1000ms});
         QCOMPARE(controller.interval, interval);
     }
 
     void lastTimeIsSetByEveryCallAndNeverCleared()
     {
-        QElapsedTimer clock;
-        ActionProbe probe(clock);
-        QSignalSpy ran(&probe, &ActionProbe::ran);
-        ManualClock manual;
-        DelayedActionController controller(1.0, probe.action(), manual.reader());
+        Timed timed;
+        auto& [scheduler, ranAt, controller] = timed;
         QVERIFY(!controller.lastTime());
-        const auto first = manual.now;
+        const auto first = scheduler.now();
         controller.run();
         QCOMPARE(controller.lastTime(), std::optional(first));
-        manual.now += 250ms;
-        const auto second = manual.now;
+        scheduler.advance(250ms);
+        const auto second = scheduler.now();
         controller.run();
         QCOMPARE(controller.lastTime(), std::optional(second));
-        manual.now += 5s;
-        QTRY_COMPARE_WITH_TIMEOUT(ran.count(), 2, 5000);
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1250ms});
         QCOMPARE(controller.lastTime(), std::optional(second));
     }
 
     void actionMayReplaceItselfWhileItRuns()
     {
-        ManualClock manual;
+        ManualScheduler scheduler;
         auto counter = std::make_shared<int>(0);
-        DelayedActionController controller(1.0, nullptr, manual.reader());
+        DelayedActionController controller(1.0, nullptr, &scheduler);
         controller.action = [&controller, counter] {
             controller.action = nullptr;
             // The captured state must still be there after the slot was cleared.
@@ -226,9 +186,21 @@ private Q_SLOTS:
         };
         controller.run();
         controller.run();
-        manual.now += 1s;
-        QTRY_COMPARE_WITH_TIMEOUT(*counter, 1, 5000);
+        scheduler.advance(60s);
+        QCOMPARE(*counter, 1);
         QCOMPARE(counter.use_count(), 1);
+    }
+
+    void withoutASchedulerOfItsOwnTheControllerUsesThePlatformsScheduler()
+    {
+        ManualScheduler& scheduler = ManualScheduler::install();
+        QList<std::chrono::milliseconds> ranAt;
+        DelayedActionController controller(1.0, [&] { ranAt.append(scheduler.elapsed()); });
+        controller.run();
+        QCOMPARE(scheduler.pendingTasks(), 1);
+        scheduler.advance(60s);
+        QCOMPARE(ranAt, QList{1000ms});
+        Platform::reset();
     }
 };
 

@@ -1,7 +1,8 @@
 // Tests the host commands byte for byte, the escaping of configuration texts, and reading answers.
-#include <VendelSDK/VendelAPI.h>
 #include <VendelSDK/Error.h>
+#include <VendelSDK/VendelAPI.h>
 
+#include "ErrorCode.h"
 #include "TestPlatform.h"
 
 #include <QProcess>
@@ -10,20 +11,6 @@
 
 using namespace VendelSDK;
 using namespace VendelSDK::Testing;
-
-namespace {
-
-qint64 codeOf(const std::function<void()>& operation)
-{
-    try {
-        operation();
-    } catch (const Error& error) {
-        return error.code();
-    }
-    return -1;
-}
-
-} // namespace
 
 class VendelAPITest : public QObject
 {
@@ -171,10 +158,10 @@ private Q_SLOTS:
         TestPlatform platform;
         platform.engine->fallback = ScriptNoResult{};
         VendelAPI api;
-        QCOMPARE(codeOf([&] { api.getConfig(QStringLiteral("A")); }), 2);
-        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 2);
-        QCOMPARE(codeOf([&] { api.getPluginFolderPath(); }), 2);
-        QCOMPARE(codeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 2);
+        QCOMPARE(errorCodeOf([&] { api.getConfig(QStringLiteral("A")); }), 2);
+        QCOMPARE(errorCodeOf([&] { api.getGlobalConfig(); }), 2);
+        QCOMPARE(errorCodeOf([&] { api.getPluginFolderPath(); }), 2);
+        QCOMPARE(errorCodeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 2);
         try {
             api.getConfig(QStringLiteral("A"));
         } catch (const Error& error) {
@@ -228,14 +215,14 @@ private Q_SLOTS:
         TestPlatform platform;
         platform.engine->fallback = ScriptErrorRecord{-600, QStringLiteral("not running"), std::nullopt};
         VendelAPI api;
-        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 1);
-        QCOMPARE(codeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
-        QCOMPARE(codeOf([&] { api.getConfig(QStringLiteral("A")); }), 1);
-        QCOMPARE(codeOf([&] { api.setConfig(QStringLiteral("{}"), QStringLiteral("A")); }), 1);
-        QCOMPARE(codeOf([&] { api.getPluginFolderPath(); }), 1);
-        QCOMPARE(codeOf([&] { api.getPathOfPlugin(QStringLiteral("p")); }), 1);
-        QCOMPARE(codeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 1);
-        QCOMPARE(codeOf([&] { api.installPlugin(); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getGlobalConfig(); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getConfig(QStringLiteral("A")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.setConfig(QStringLiteral("{}"), QStringLiteral("A")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getPluginFolderPath(); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getPathOfPlugin(QStringLiteral("p")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.isPluginInstalled(QStringLiteral("/p")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.installPlugin(); }), 1);
     }
 
     void hostileIdentifiersRunNoScriptAndThrowCodeOne_data()
@@ -257,10 +244,10 @@ private Q_SLOTS:
         TestPlatform platform;
         platform.engine->fallback = QStringLiteral("true");
         VendelAPI api;
-        QCOMPARE(codeOf([&] { api.getConfig(identifier); }), 1);
-        QCOMPARE(codeOf([&] { api.setConfig(QStringLiteral("{}"), identifier); }), 1);
-        QCOMPARE(codeOf([&] { api.getPathOfPlugin(identifier); }), 1);
-        QCOMPARE(codeOf([&] { api.isPluginInstalled(identifier); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getConfig(identifier); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.setConfig(QStringLiteral("{}"), identifier); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getPathOfPlugin(identifier); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.isPluginInstalled(identifier); }), 1);
         QVERIFY(platform.engine->sources.isEmpty());
     }
 
@@ -269,8 +256,8 @@ private Q_SLOTS:
         TestPlatform platform;
         Platform::setMainBundle(Bundle(QStringLiteral("/p"), QStringLiteral("org.x\" & \"y"), {}));
         VendelAPI api;
-        QCOMPARE(codeOf([&] { api.getGlobalConfig(); }), 1);
-        QCOMPARE(codeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.getGlobalConfig(); }), 1);
+        QCOMPARE(errorCodeOf([&] { api.setGlobalConfig(QStringLiteral("{}")); }), 1);
         QVERIFY(platform.engine->sources.isEmpty());
     }
 

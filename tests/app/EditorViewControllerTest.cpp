@@ -3,14 +3,13 @@
 #include "EditorViewController.h"
 #include "App.h"
 
+#include "FakeHost.h"
 #include "FixedMediaLibrary.h"
 #include "TestPlatform.h"
 #include "UserPace.h"
-#include "FakeHost.h"
 
 #include <VendelSDK/ConfigCoding.h>
 
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
@@ -21,6 +20,7 @@ using namespace MusicPlugin;
 using namespace MusicPlugin::Testing;
 using namespace VendelSDK;
 using namespace VendelSDK::Testing;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -102,23 +102,20 @@ private Q_SLOTS:
     void loadingPauseEveningShuffleShowsItAndWritesTheSameRecordOnceAboutASecondLater()
     {
         host->configs.insert(actionID, eveningRecord);
-        QSignalSpy writes(host.get(), &FakeHost::written);
-        QElapsedTimer clock;
-        clock.start();
         const auto editor = loadedEditor();
         QCOMPARE(editor->actionIndex(), 1);
         QCOMPARE(editor->selectedPlaylist(), std::optional<QString>(QStringLiteral("Evening")));
         QVERIFY(editor->shouldShuffle());
         QVERIFY(editor->configProvider());
 
-        QVERIFY(writes.wait(5000));
-        const qint64 after = clock.elapsed();
-        QVERIFY2(after >= 900 && after <= 3000, qPrintable(QString::number(after)));
+        platform->scheduler->advance(999ms);
+        QVERIFY(host->writes.isEmpty());
+        platform->scheduler->advance(1ms);
         QCOMPARE(host->writes.size(), 1);
         QCOMPARE(host->writes.constFirst().key, actionID);
         QCOMPARE(written(host->writes.constFirst()),
                  record(LocalConfig::Action::pause, QStringLiteral("Evening"), true));
-        QVERIFY(!writes.wait(1300));
+        platform->scheduler->advance(60s);
         QCOMPARE(host->writes.size(), 1);
     }
 
@@ -153,12 +150,11 @@ private Q_SLOTS:
     {
         QFETCH(qint64, index);
         host->configs.insert(actionID, eveningRecord);
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = loadedEditor();
-        runAtUserPace({[&] { editor->setActionIndex(index); }});
+        runAtUserPace(*platform->scheduler, {[&] { editor->setActionIndex(index); }});
         QCOMPARE(editor->actionIndex(), index);
         QVERIFY(editor->configProvider()->config.action == LocalConfig::Action::play);
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(60s);
         QCOMPARE(host->writes.size(), 1);
         QCOMPARE(written(host->writes.constFirst()),
                  record(LocalConfig::Action::play, QStringLiteral("Evening"), true));
@@ -166,30 +162,31 @@ private Q_SLOTS:
 
     void fiveQuickChangesWriteOnceWithAllFiveApplied()
     {
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = loadedEditor();
         // The write of the loaded record comes first; the changes come after it.
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
+        QCOMPARE(host->writes.size(), 1);
         QCOMPARE(written(host->writes.constFirst()), record(LocalConfig::Action::play, std::nullopt, false));
 
-        runAtUserPace({[&] { editor->setActionIndex(1); },
-                       [&] { editor->setSelectedPlaylist(QStringLiteral("Morning")); },
-                       [&] { editor->setShouldShuffle(true); },
-                       [&] { editor->setSelectedPlaylist(QStringLiteral("Evening")); },
-                       [&] { editor->setActionIndex(0); }});
+        runAtUserPace(*platform->scheduler, {[&] { editor->setActionIndex(1); },
+                                             [&] { editor->setSelectedPlaylist(QStringLiteral("Morning")); },
+                                             [&] { editor->setShouldShuffle(true); },
+                                             [&] { editor->setSelectedPlaylist(QStringLiteral("Evening")); },
+                                             [&] { editor->setActionIndex(0); }});
         QCOMPARE(host->writes.size(), 1);
 
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(999ms);
+        QCOMPARE(host->writes.size(), 1);
+        platform->scheduler->advance(1ms);
         QCOMPARE(host->writes.size(), 2);
         QCOMPARE(written(host->writes.at(1)),
                  record(LocalConfig::Action::play, QStringLiteral("Evening"), true));
-        QVERIFY(!writes.wait(1300));
+        platform->scheduler->advance(60s);
         QCOMPARE(host->writes.size(), 2);
     }
 
     void withoutAnActionIdentifierChangesNeverReachTheHost()
     {
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = makeEditor();
         editor->loadConfiguration();
         editor->setActionIndex(1);
@@ -199,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(editor->selectedPlaylist(), std::optional<QString>(QStringLiteral("Evening")));
         QVERIFY(editor->shouldShuffle());
         QVERIFY(!editor->configProvider());
-        QVERIFY(!writes.wait(1300));
+        platform->scheduler->advance(60s);
         QVERIFY(platform->engine->sources.isEmpty());
         QVERIFY(platform->alerts->alerts.isEmpty());
     }
@@ -208,11 +205,11 @@ private Q_SLOTS:
     {
         host->configs.insert(actionID,
                              QStringLiteral("{\"action\":0,\"name\":\"Gone\",\"shouldShuffle\":false}"));
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = loadedEditor();
         QVERIFY(!editor->playlistStore()->playlists().contains(QStringLiteral("Gone")));
         QCOMPARE(editor->selectedPlaylist(), std::optional<QString>(QStringLiteral("Gone")));
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
+        QCOMPARE(host->writes.size(), 1);
         QCOMPARE(host->writes.constFirst().text,
                  QStringLiteral("{\"action\":0,\"name\":\"Gone\",\"shouldShuffle\":false}"));
         QVERIFY(platform->alerts->alerts.isEmpty());
@@ -221,7 +218,6 @@ private Q_SLOTS:
     void recordThatCannotBeDecodedShowsTheDefaultAndWritesIt()
     {
         host->configs.insert(actionID, QStringLiteral("{\"action\":\"pause\"}"));
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = makeEditor();
         editor->setShouldShuffle(true);
         editor->setActionIdentifier(actionID);
@@ -229,7 +225,8 @@ private Q_SLOTS:
         QCOMPARE(editor->actionIndex(), 0);
         QCOMPARE(editor->selectedPlaylist(), std::nullopt);
         QVERIFY(!editor->shouldShuffle());
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
+        QCOMPARE(host->writes.size(), 1);
         QCOMPARE(host->writes.constFirst().text, QStringLiteral("{\"action\":0,\"shouldShuffle\":false}"));
     }
 
@@ -280,9 +277,9 @@ private Q_SLOTS:
     void replacingThePlaylistStoreDropsTheOldOneAndWritesNothing()
     {
         host->configs.insert(actionID, eveningRecord);
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto editor = loadedEditor();
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
+        QCOMPARE(host->writes.size(), 1);
         const QPointer<PlaylistStore> previous = editor->playlistStore();
         QSignalSpy storeChanged(editor.get(), &EditorViewController::playlistStoreChanged);
         FixedMediaLibrary other(QStringList{QStringLiteral("Other")});
@@ -292,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(editor->playlistStore(), replacement);
         QCOMPARE(replacement->parent(), editor.get());
         QVERIFY(previous.isNull());
-        QVERIFY(!writes.wait(1300));
+        platform->scheduler->advance(60s);
         QCOMPARE(host->writes.size(), 1);
     }
 

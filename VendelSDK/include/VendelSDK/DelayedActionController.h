@@ -2,6 +2,7 @@
 #pragma once
 
 #include <VendelSDK/Export.h>
+#include <VendelSDK/Scheduler.h>
 
 #include <QObject>
 
@@ -16,15 +17,16 @@ class VENDELSDK_EXPORT DelayedActionController : public QObject
     Q_OBJECT
 
 public:
-    using Clock = std::chrono::steady_clock;
-    using TimePoint = Clock::time_point;
+    using Clock = Scheduler::Clock;
+    using TimePoint = Scheduler::TimePoint;
 
     // Both the wait and the quiet period that a check demands.
     static constexpr std::chrono::milliseconds delay{1000};
 
-    // `now` reads the clock that run() and the checks compare; tests may pass a clock of their own.
-    DelayedActionController(double interval, std::function<void()> action,
-                            std::function<TimePoint()> now = &Clock::now);
+    // The checks are scheduled with `scheduler`, whose clock run() and the checks read. Without one, the
+    // platform's (Platform::scheduler()) is looked up at each use, so that a test may replace it; a
+    // scheduler given here must outlive the controller.
+    DelayedActionController(double interval, std::function<void()> action, Scheduler* scheduler = nullptr);
 
     // Seconds; kept for the owner's information only, since the timing is always one second.
     double interval;
@@ -38,9 +40,10 @@ public:
     void run();
 
 private:
+    Scheduler& scheduler() const;
     void check();
 
-    std::function<TimePoint()> m_now;
+    Scheduler* m_scheduler;
     std::optional<TimePoint> m_lastTime;
 };
 

@@ -2,13 +2,13 @@
 // keeps a name that is gone, the background drag, the preferences action, keyboard access, and closing.
 #include "MainWindowController.h"
 
-#include "MouseDrag.h"
-#include "TestPlatform.h"
-#include <VendelSDK/QtGuiApplicationServices.h>
-#include <VendelSDK/Translations.h>
 #include "FakeHost.h"
 #include "FixedMediaLibrary.h"
+#include "MouseDrag.h"
+#include "TestPlatform.h"
 #include "UserPace.h"
+#include <VendelSDK/QtGuiApplicationServices.h>
+#include <VendelSDK/Translations.h>
 
 #include "App.h"
 #include "EditorViewController.h"
@@ -22,7 +22,6 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <memory>
@@ -31,6 +30,7 @@ using namespace MusicPlugin;
 using namespace MusicPlugin::Testing;
 using namespace VendelSDK;
 using namespace VendelSDK::Testing;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -68,7 +68,7 @@ class MainWindowControllerTest : public QObject
     std::unique_ptr<TestPlatform> platform;
     std::unique_ptr<FakeHost> host;
     std::unique_ptr<FixedMediaLibrary> library;
-    FakeApplicationServices* services = nullptr;
+    TestApplicationServices* services = nullptr;
 
     std::unique_ptr<MainWindowController> makeController()
     {
@@ -141,7 +141,6 @@ private Q_SLOTS:
 
     void playlistThatIsGoneStaysInTheFieldAndIsWrittenBackUnchanged()
     {
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const QString record = QStringLiteral("{\"action\":0,\"name\":\"Gone\",\"shouldShuffle\":false}");
         const auto controller = openEditor(record);
         const Controls ui(*controller);
@@ -149,16 +148,16 @@ private Q_SLOTS:
         QCOMPARE(ui.playlist->currentText(), QStringLiteral("Gone"));
         QCOMPARE(ui.playlist->currentIndex(), -1);
         QCOMPARE(ui.playlist->count(), 3);
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
         QCOMPARE(host->writes.size(), 1);
         QCOMPARE(host->writes.constFirst().text, record);
     }
 
     void changesOfTheControlsCallTheSettersAndWriteOnce()
     {
-        QSignalSpy writes(host.get(), &FakeHost::written);
         const auto controller = openEditor(QStringLiteral("{\"action\":0,\"shouldShuffle\":false}"));
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(1s);
+        QCOMPARE(host->writes.size(), 1);
         EditorViewController* editor = controller->editorViewController();
         const Controls ui(*controller);
 
@@ -171,21 +170,24 @@ private Q_SLOTS:
         for (const QChar c : QStringLiteral("Road Trip")) {
             steps.append([&ui, c] { QTest::keyClicks(ui.playlist->lineEdit(), QString(c)); });
         }
-        runAtUserPace(steps);
+        runAtUserPace(*platform->scheduler, steps);
         QCOMPARE(editor->selectedPlaylist(), std::optional<QString>(QStringLiteral("Road Trip")));
         QVERIFY(editor->shouldShuffle());
         QCOMPARE(editor->actionIndex(), 1);
         // Typing keeps the cursor where the user types.
         QCOMPARE(ui.playlist->lineEdit()->cursorPosition(), 9);
-        runAtUserPace({[&] { QTest::keyClick(ui.action, Qt::Key_Up); }});
+        runAtUserPace(*platform->scheduler, {[&] { QTest::keyClick(ui.action, Qt::Key_Up); }});
         QCOMPARE(editor->actionIndex(), 0);
         QCOMPARE(host->writes.size(), 1);
 
-        QVERIFY(writes.wait(5000));
+        platform->scheduler->advance(999ms);
+        QCOMPARE(host->writes.size(), 1);
+        platform->scheduler->advance(1ms);
         QCOMPARE(host->writes.size(), 2);
         QCOMPARE(host->writes.at(1).text,
                  QStringLiteral("{\"action\":0,\"name\":\"Road Trip\",\"shouldShuffle\":true}"));
-        QVERIFY(!writes.wait(1300));
+        platform->scheduler->advance(60s);
+        QCOMPARE(host->writes.size(), 2);
     }
 
     void emptiedPlaylistFieldMeansNoPlaylist()

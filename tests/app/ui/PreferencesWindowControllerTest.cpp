@@ -2,14 +2,14 @@
 // bundle, the window that is not moved by its background, and closing it with and without an editor open.
 #include "PreferencesWindowController.h"
 
+#include "FixedMediaLibrary.h"
 #include "MouseDrag.h"
 #include "TestPlatform.h"
 #include <VendelSDK/QtGuiApplicationServices.h>
 #include <VendelSDK/Translations.h>
-#include "FixedMediaLibrary.h"
 
-#include "EditorViewController.h"
 #include "AboutViewController.h"
+#include "EditorViewController.h"
 #include "LinkLabel.h"
 #include "MainWindowController.h"
 
@@ -30,7 +30,7 @@ class PreferencesWindowControllerTest : public QObject
     Q_OBJECT
 
     std::unique_ptr<TestPlatform> platform;
-    FakeApplicationServices* services = nullptr;
+    TestApplicationServices* services = nullptr;
 
 private Q_SLOTS:
     void init()

@@ -1,11 +1,11 @@
 // Tests the windowed module's entry: the widget application it makes, the windowed backends, and the two
 // scenes that it registers under the storyboards' names.
 #include "EditorViewController.h"
-#include "Storyboard.h"
 #include "MainWindowController.h"
 #include "PreferencesWindowController.h"
+#include "Storyboard.h"
 
-#include "RecordingAlertPresenter.h"
+#include <VendelSDK/Testing/RecordingAlertPresenter.h>
 
 #include <VendelSDK/Platform.h>
 #include <VendelSDK/QtGuiApplicationServices.h>

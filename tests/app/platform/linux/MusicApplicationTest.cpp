@@ -4,7 +4,7 @@
 #include "MpdTestServer.h"
 #include "MprisMusicPlayer.h"
 #include "MusicAppController.h"
-#include "RecordingAlertPresenter.h"
+#include <VendelSDK/Testing/RecordingAlertPresenter.h>
 
 #include "TellScriptEngine.h"
 #include "TestMprisPlayerProcess.h"
