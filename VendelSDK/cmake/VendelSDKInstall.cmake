@@ -50,3 +50,9 @@ foreach(pc vendelsdk vendelsdk-widgets vendelsdk-testing)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/${pc}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc @ONLY)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc DESTINATION ${pkgconfig_dir} COMPONENT sdkdev)
 endforeach()
+
+# The reference, in the development package's documentation folder, when this build makes it.
+if(VENDELSDK_REFERENCE)
+    install(DIRECTORY ${VENDELSDK_REFERENCE_DIR}/html/
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libvendelsdk-dev/reference COMPONENT sdkdev)
+endif()

@@ -9,17 +9,18 @@
 
 namespace VendelSDK {
 
+/// Calls a closure when the application services announce termination (ApplicationServices::willTerminate).
 class VENDELSDK_EXPORT AppTerminationObserver : public QObject
 {
     Q_OBJECT
 
 public:
     AppTerminationObserver() = delete;
-    // Starts observing the will-terminate hook of the application services; the registration is never
-    // removed, and an observer that has been destroyed is simply no longer called.
+    /// Starts observing the will-terminate hook of the application services; the registration is never
+    /// removed, and an observer that has been destroyed is simply no longer called.
     explicit AppTerminationObserver(std::function<void()> onRun);
 
-    // What to do at termination; may be empty. The value present at delivery is the one called.
+    /// What to do at termination; may be empty. The value present at delivery is the one called.
     std::function<void()> onRun;
 };
 

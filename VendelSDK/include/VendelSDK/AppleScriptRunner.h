@@ -9,12 +9,13 @@
 
 namespace VendelSDK {
 
+/// Runs a script through Platform::scriptEngine() and turns its failure into an SDK Error.
 class VENDELSDK_EXPORT AppleScriptRunner
 {
 public:
     AppleScriptRunner() = delete;
 
-    // The result text, or nothing when the script gave none; throws the SDK error 1 when it failed.
+    /// The result text, or nothing when the script gave none; throws the SDK error 1 when it failed.
     static std::optional<QString> run(const QString& source);
 };
 

@@ -11,12 +11,12 @@
 
 namespace VendelSDK {
 
-// Shows "Could not read action data in Vendel." (or, when `read` is false, the save title) with the
-// error's description and one "OK" button, and returns when it has been dismissed.
+/// Shows "Could not read action data in Vendel." (or, when `read` is false, the save title) with the
+/// error's description and one "OK" button, and returns when it has been dismissed.
 VENDELSDK_EXPORT void showConfigAlert(const Error& error, bool read);
 
-// Runs the operation; on an SDK error shows the configuration alert and returns nothing. The read title is
-// shown for every failure, writes included: users know this message, and the save title stays unused.
+/// Runs the operation; on an SDK error shows the configuration alert and returns nothing. The read title is
+/// shown for every failure, writes included: users know this message, and the save title stays unused.
 template <std::invocable F>
 auto withErrorAlert(F&& operation) -> std::conditional_t<std::is_void_v<std::invoke_result_t<F>>, bool,
                                                          std::optional<std::invoke_result_t<F>>>

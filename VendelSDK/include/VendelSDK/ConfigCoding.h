@@ -9,8 +9,8 @@
 
 namespace VendelSDK {
 
-// Compact JSON; the empty text when the value cannot be encoded. The empty text is then written to the
-// host as it is, which reads back as the default value.
+/// Compact JSON; the empty text when the value cannot be encoded. The empty text is then written to the
+/// host as it is, which reads back as the default value.
 template <VendelActionConfig T> QString encodeConfig(const T& value)
 {
     try {
@@ -20,8 +20,8 @@ template <VendelActionConfig T> QString encodeConfig(const T& value)
     }
 }
 
-// The value that the text holds, or a copy of the fallback when it holds none; never reports why, since
-// a new action, a damaged text and an older format all mean "start from the default".
+/// The value that the text holds, or a copy of the fallback when it holds none; never reports why, since
+/// a new action, a damaged text and an older format all mean "start from the default".
 template <VendelActionConfig T> T decodeConfig(const QString& text, const T& fallback)
 {
     QJsonParseError error{};

@@ -5,7 +5,7 @@
 
 namespace VendelSDK {
 
-// Deliberately empty: the providers share no operations, since each works on its own configuration type.
+/// Deliberately empty: the providers share no operations, since each works on its own configuration type.
 class VENDELSDK_EXPORT ConfigProvider
 {
 public:
@@ -13,7 +13,9 @@ public:
 
 protected:
     ConfigProvider() = default;
+    /// Copies nothing, as the base holds nothing.
     ConfigProvider(const ConfigProvider&) = default;
+    /// Assigns nothing, as the base holds nothing.
     ConfigProvider& operator=(const ConfigProvider&) = default;
 };
 

@@ -7,7 +7,7 @@
 
 namespace VendelSDK {
 
-// Prints "Fatal error: <message>: file <file>, line <line>" to standard error and aborts.
+/// Prints "Fatal error: <message>: file <file>, line <line>" to standard error and aborts.
 [[noreturn]] VENDELSDK_EXPORT void fatalError(const QString& message, const char* file, int line);
 
 } // namespace VendelSDK

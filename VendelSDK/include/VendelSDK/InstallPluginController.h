@@ -5,14 +5,15 @@
 
 namespace VendelSDK {
 
+/// Installs the plugin into the host, as the start-up check does when the user agrees.
 class VENDELSDK_EXPORT InstallPluginController
 {
 public:
     InstallPluginController() = default;
 
-    // Sends the install request; on failure shows the installation alert and terminates.
+    /// Sends the install request; on failure shows the installation alert and terminates.
     static void install();
-    // Installs, then terminates whatever the outcome.
+    /// Installs, then terminates whatever the outcome.
     void installAndQuit();
 };
 

@@ -15,7 +15,7 @@
 
 namespace VendelSDK {
 
-// A provider outlives its owner until its pending and final writes are done (see ConfigWriteBack).
+/// A provider outlives its owner until its pending and final writes are done (see ConfigWriteBack).
 template <VendelActionConfig T> class LocalConfigProvider final : public ConfigProvider
 {
     struct Key
@@ -24,8 +24,8 @@ template <VendelActionConfig T> class LocalConfigProvider final : public ConfigP
     };
 
 public:
-    // Reads the action's configuration from the host. Nothing when the host could not be asked; the
-    // configuration alert has then been shown. Call it on the main thread.
+    /// Reads the action's configuration from the host. Nothing when the host could not be asked; the
+    /// configuration alert has then been shown. Call it on the main thread.
     static std::shared_ptr<LocalConfigProvider> create(QString identifier, T fallback,
                                                        std::unique_ptr<VendelAPI> hostAPI = nullptr)
     {
@@ -45,27 +45,31 @@ public:
         return provider;
     }
 
+    /// For create() only: the key cannot be named outside the class.
     LocalConfigProvider(Key, QString identifier, T fallback, std::unique_ptr<VendelAPI> hostAPI)
         : config(fallback), m_actionID(std::move(identifier)), m_defaultConfig(std::move(fallback)),
           m_api(std::move(hostAPI))
     {}
 
-    // The current value; assigning it writes nothing until save().
+    /// The current value; assigning it writes nothing until save().
     T config;
 
+    /// The identifier of the action whose configuration this is.
     const QString& actionID() const { return m_actionID; }
-    // The value used when the host's text holds no valid configuration.
+    /// The value used when the host's text holds no valid configuration.
     const T& defaultConfig() const { return m_defaultConfig; }
+    /// The host's commands that the provider reads and writes with.
     VendelAPI& api() const { return *m_api; }
+    /// The observer of termination that makes the last write.
     AppTerminationObserver* appTerminationObserver() const { return m_writeBack.appTerminationObserver(); }
-    // Made by the first save().
+    /// Made by the first save().
     DelayedActionController* writeAction() const { return m_writeBack.writeAction(); }
 
-    // Writes `config` to the host about a second after the last call of a burst; returns at once.
+    /// Writes `config` to the host about a second after the last call of a burst; returns at once.
     void save() { m_writeBack.save(); }
 
 private:
-    // The delayed write reports its failure; the write at termination cannot.
+    /// The delayed write reports its failure; the write at termination cannot.
     void write()
     {
         withErrorAlert([this] { writeNow(); });

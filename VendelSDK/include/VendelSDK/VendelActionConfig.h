@@ -8,8 +8,8 @@
 
 namespace VendelSDK {
 
-// `T{}` is the default value. `toJson()` may throw to report a value that cannot be encoded;
-// `fromJson()` returns nothing for an object that is not a valid `T`.
+/// `T{}` is the default value. `toJson()` may throw to report a value that cannot be encoded;
+/// `fromJson()` returns nothing for an object that is not a valid `T`.
 template <class T>
 concept VendelActionConfig = std::default_initializable<T> && std::copy_constructible<T> &&
     requires(const T& value, const QJsonObject& object)

@@ -7,13 +7,14 @@ class QWidget;
 
 namespace VendelSDK {
 
+/// How a plugin's windows float above other applications' windows.
 class VENDELSDK_WIDGETS_EXPORT WindowConfiguration
 {
 public:
     WindowConfiguration() = delete;
 
-    // Keeps the window above others, floating panels included. Call it before the window is first shown:
-    // changing the flags of a shown window hides it.
+    /// Keeps the window above others, floating panels included. Call it before the window is first shown:
+    /// changing the flags of a shown window hides it.
     static void configure(QWidget& window);
 };
 
