@@ -56,3 +56,28 @@ if(VENDELSDK_REFERENCE)
     install(DIRECTORY ${VENDELSDK_REFERENCE_DIR}/html/
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libvendelsdk-dev/reference COMPONENT sdkdev)
 endif()
+
+# The template of a new plugin, and the program that makes a project from it (vendelsdk-new-plugin), which
+# finds the template relative to itself, so that it works wherever the package was unpacked. Its manual page
+# is its own --help.
+configure_file(${PROJECT_SOURCE_DIR}/VendelSDK/template/vendelsdk-new-plugin
+    ${PROJECT_BINARY_DIR}/bin/vendelsdk-new-plugin @ONLY
+    FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+install(PROGRAMS ${PROJECT_BINARY_DIR}/bin/vendelsdk-new-plugin
+    DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT sdkdev)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/VendelSDK/template/project/
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/vendelsdk/template COMPONENT sdkdev)
+find_program(VENDELSDK_HELP2MAN help2man)
+find_program(VENDELSDK_GZIP gzip)
+if(VENDELSDK_HELP2MAN AND VENDELSDK_GZIP)
+    set(vendelsdk_new_plugin_page ${PROJECT_BINARY_DIR}/packaging/libvendelsdk-dev/vendelsdk-new-plugin.1)
+    add_custom_command(OUTPUT ${vendelsdk_new_plugin_page}.gz
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/packaging/libvendelsdk-dev
+        COMMAND ${VENDELSDK_HELP2MAN} --no-info --section=1 "--name=make a new Vendel plugin project"
+                --output=${vendelsdk_new_plugin_page} ${PROJECT_BINARY_DIR}/bin/vendelsdk-new-plugin
+        COMMAND ${VENDELSDK_GZIP} -9nf ${vendelsdk_new_plugin_page}
+        DEPENDS ${PROJECT_BINARY_DIR}/bin/vendelsdk-new-plugin
+        VERBATIM)
+    add_custom_target(vendelsdk-new-plugin-page ALL DEPENDS ${vendelsdk_new_plugin_page}.gz)
+    install(FILES ${vendelsdk_new_plugin_page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT sdkdev)
+endif()
