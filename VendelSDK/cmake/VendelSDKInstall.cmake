@@ -81,3 +81,7 @@ if(VENDELSDK_HELP2MAN AND VENDELSDK_GZIP)
     add_custom_target(vendelsdk-new-plugin-page ALL DEPENDS ${vendelsdk_new_plugin_page}.gz)
     install(FILES ${vendelsdk_new_plugin_page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT sdkdev)
 endif()
+
+# The guide from the template to an installed plugin, beside the reference.
+install(FILES ${PROJECT_SOURCE_DIR}/docs/writing-a-plugin.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libvendelsdk-dev COMPONENT sdkdev)
