@@ -103,6 +103,19 @@ private Q_SLOTS:
                  QStringLiteral("Link Shelf 1.0"));
         QVERIFY(f.alerts.alerts.isEmpty());
     }
+
+    void aRunCommandUrlAlsoOpensThePreferences()
+    {
+        Fixture f;
+        VendelSDK::VendelPlugin plugin(startUpCheck());
+        LinkShelfPlugin linkShelf(plugin, true);
+        f.host->expectGetGlobalConfig(ScriptedHost::text(QString()));
+        f.services.deliverLaunchURL(QStringLiteral("vendelplugin://runCommand"));
+        QCOMPARE(linkShelf.windows().size(), std::size_t{1});
+        QCOMPARE(linkShelf.windows().front()->windowTitle(), QStringLiteral("Link Shelf Preferences"));
+        QCOMPARE(linkShelf.windows().front()->editor().table().rowCount(), 0);
+        QCOMPARE(f.host->remaining(), 0);
+    }
 };
 
 QTEST_MAIN(LinkShelfPluginTest)
